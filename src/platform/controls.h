@@ -1,0 +1,163 @@
+#pragma once
+// The controls that forms are built from, with the properties the forms use. Each control's
+// objectName is its name on the form ("Command1_3" for Command1(3)), so tests find controls as
+// the learner sees them. Form::Add places a control in twips on the form's client area.
+
+#include "platform/form.h"
+#include "platform/screen.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPixmap>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace vt {
+
+// The name of element i of a control array: "Command1_3".
+inline QString Indexed(const QString& name, int index) {
+    return name + u'_' + QString::number(index);
+}
+
+// Creates a control on the form's client area at a place given in twips.
+template <class W>
+W* Add(Form* form, const QString& name, int left, int top, int width, int height) {
+    auto* w = new W(form->Client());
+    w->setObjectName(name);
+    PlaceTwips(w, left, top, width, height);
+    return w;
+}
+
+// Moves a control, in twips.
+inline void MoveTwips(QWidget* w, int left, int top) {
+    w->move(TwipsToPx(left), TwipsToPx(top));
+}
+inline int LeftTwips(const QWidget* w) {
+    return PxToTwips(w->x());
+}
+inline int TopTwips(const QWidget* w) {
+    return PxToTwips(w->y());
+}
+inline int WidthTwips(const QWidget* w) {
+    return PxToTwips(w->width());
+}
+inline int HeightTwips(const QWidget* w) {
+    return PxToTwips(w->height());
+}
+
+class Label : public QLabel {
+    Q_OBJECT
+public:
+    explicit Label(QWidget* parent = nullptr);
+    QString Caption() const { return text(); }
+    void SetCaption(const QString& c) { setText(c); }
+    // Colour in the course's blue-green-red order.
+    void SetForeColor(unsigned bgr);
+    unsigned ForeColor() const { return foreBgr_; }
+    void SetBackColor(unsigned bgr);
+    void SetFontSize(double points);
+
+private:
+    unsigned foreBgr_ = 0;
+};
+
+class CommandButton : public QPushButton {
+    Q_OBJECT
+public:
+    explicit CommandButton(QWidget* parent = nullptr) : QPushButton(parent) {}
+    QString Caption() const { return text(); }
+    void SetCaption(const QString& c) { setText(c); }
+};
+
+class TextBox : public QLineEdit {
+    Q_OBJECT
+public:
+    explicit TextBox(QWidget* parent = nullptr) : QLineEdit(parent) {}
+    QString Text() const { return text(); }
+    void SetText(const QString& t) { setText(t); }
+};
+
+class ComboBox : public QComboBox {
+    Q_OBJECT
+public:
+    explicit ComboBox(QWidget* parent = nullptr) : QComboBox(parent) {}
+    // Setting the index runs the click handler, as a selection by the learner does.
+    int ListIndex() const { return currentIndex(); }
+    void SetListIndex(int i);
+Q_SIGNALS:
+    void Click();
+};
+
+class CheckBox : public QCheckBox {
+    Q_OBJECT
+public:
+    explicit CheckBox(QWidget* parent = nullptr) : QCheckBox(parent) {}
+};
+
+class OptionButton : public QRadioButton {
+    Q_OBJECT
+public:
+    explicit OptionButton(QWidget* parent = nullptr) : QRadioButton(parent) {}
+};
+
+class ProgressBar : public QProgressBar {
+    Q_OBJECT
+public:
+    explicit ProgressBar(QWidget* parent = nullptr);
+    int Max() const { return maximum(); }
+    void SetMax(int m) { setMaximum(m); }
+    int Value() const { return value(); }
+    // Repaints at once: the bars are the only sign of life while the event loop is blocked.
+    void SetValue(int v);
+};
+
+// A picture that can be clicked and that reports the mouse over it in twips.
+class ImageBox : public QWidget {
+    Q_OBJECT
+public:
+    explicit ImageBox(QWidget* parent = nullptr);
+    const QPixmap& Picture() const { return picture_; }
+    void SetPicture(const QPixmap& p);
+    // Loads an SVG or other image file (or a ":/" resource) scaled to the control's size.
+    void LoadPicture(const QString& path);
+    bool Stretch = true;
+    // A tag for tests and diagnostics: which picture is shown ("neutral", "hover", ...).
+    QString PictureName;
+
+Q_SIGNALS:
+    void Click();
+    void MouseMove(int button, int shift, int x, int y);
+    void MouseDown(int button, int shift, int x, int y);
+
+protected:
+    void paintEvent(QPaintEvent*) override;
+    void mousePressEvent(QMouseEvent*) override;
+    void mouseReleaseEvent(QMouseEvent*) override;
+    void mouseMoveEvent(QMouseEvent*) override;
+
+private:
+    QPixmap picture_;
+};
+
+// A filled shape: rectangle or circle.
+class Shape : public QWidget {
+    Q_OBJECT
+public:
+    enum class Kind { Rectangle, Circle, RoundedRectangle };
+    explicit Shape(QWidget* parent = nullptr) : QWidget(parent) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    Kind kind = Kind::Rectangle;
+    unsigned FillColor = 0xFFFFFF; // blue-green-red
+    unsigned BorderColor = 0;
+    bool Filled = false;
+    int BorderWidth = 1;
+
+protected:
+    void paintEvent(QPaintEvent*) override;
+};
+
+} // namespace vt

@@ -1,0 +1,71 @@
+#include "platform/forms.h"
+
+#include <QApplication>
+
+namespace vt {
+
+Forms::Forms(Runtime& rt) : rt_(rt) {
+    if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance()))
+        connect(app, &QApplication::focusChanged, this, &Forms::focusChanged);
+}
+
+Forms::~Forms() {
+    // Forms still loaded at the end (tests) are destroyed without their unload handlers.
+    for (auto& f : forms_)
+        if (f && !f->parentWidget()) delete f.data();
+    for (auto& f : forms_)
+        delete f.data();
+}
+
+void Forms::registerForm(Form* form) {
+    forms_.emplace_back(form);
+}
+
+Form* Forms::Find(const QString& name) const {
+    for (const auto& f : forms_)
+        if (f && f->objectName() == name) return f.data();
+    return nullptr;
+}
+
+std::vector<Form*> Forms::All() const {
+    std::vector<Form*> out;
+    for (const auto& f : forms_)
+        if (f) out.push_back(f.data());
+    return out;
+}
+
+bool Forms::Unload(Form* form) {
+    auto it = std::find(forms_.begin(), forms_.end(), form);
+    if (!form || it == forms_.end()) return true;
+    bool cancel = false;
+    form->Form_Unload(cancel);
+    if (cancel) return false;
+    it = std::find(forms_.begin(), forms_.end(), form); // the handler may have unloaded others
+    if (it != forms_.end()) forms_.erase(it);
+    if (desktop_ == form) desktop_ = nullptr;
+    form->hide();
+    // Forms standing on this one leave the screen with it but stay loaded until unloaded.
+    for (auto& f : forms_)
+        if (f && f->parentWidget() == form) {
+            f->hide();
+            f->setParent(nullptr);
+        }
+    form->deleteLater();
+    std::erase_if(forms_, [](const QPointer<Form>& f) { return f.isNull(); });
+    if (forms_.empty() && OnLastUnloaded) OnLastUnloaded();
+    return true;
+}
+
+void Forms::focusChanged(QWidget* old, QWidget* now) {
+    Form* from = FormOf(old);
+    Form* to = FormOf(now);
+    if (!to || to == active_) return;
+    if (from && from == active_)
+        from->Form_Deactivate();
+    else if (active_)
+        active_->Form_Deactivate();
+    active_ = to;
+    to->Form_Activate();
+}
+
+} // namespace vt

@@ -1,0 +1,39 @@
+#pragma once
+// What every form is handed: the program-wide record, the forms, and the services of the
+// platform. The program builds it from the real services; tests build it from the virtual
+// clock, scripted message boxes, a seeded random generator and a fixed screen.
+
+#include "platform/files.h"
+#include "platform/forms.h"
+#include "platform/message_box.h"
+#include "platform/random.h"
+#include "platform/screen.h"
+#include "platform/timers.h"
+#include "shell/app_state.h"
+
+namespace vt {
+
+struct Runtime {
+    Runtime(TimeService& t, MessageBoxes& b, Random& r, FileStore& f, ScreenInfo& s)
+        : time(t), boxes(b), random(r), files(f), screen(s), forms(*this) {}
+    Runtime(const Runtime&) = delete;
+    Runtime& operator=(const Runtime&) = delete;
+
+    AppState app;
+    TimeService& time;
+    MessageBoxes& boxes;
+    Random& random;
+    FileStore& files;
+    ScreenInfo& screen;
+    Forms forms;
+
+    // Shorthand for the service calls that the forms make all the time.
+    int MsgBox(const QString& text, int flags = Mb::OKOnly, const QString& title = {}) {
+        return boxes.MsgBox(text, flags, title);
+    }
+    Timer* NewTimer(QObject* parent, const QString& name, int intervalMs, bool enabled = false) {
+        return time.CreateTimer(parent, name, intervalMs, enabled);
+    }
+};
+
+} // namespace vt

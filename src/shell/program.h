@@ -1,0 +1,7 @@
+#pragma once
+// Builds the program's real services and starts the start chain.
+
+namespace vt {
+class Application;
+int RunProgram(Application& app);
+} // namespace vt

@@ -1,0 +1,27 @@
+#include "support/test_env.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace vt::test {
+
+TestEnv::TestEnv() {
+    rt = std::make_unique<Runtime>(clock, boxes, random, files, screen);
+    rt->app.AppPath = dir.path() + u'/';
+}
+
+TestEnv::~TestEnv() {
+    rt.reset();
+    VirtualClock::DeliverPosted();
+}
+
+void TestEnv::WriteFile(const QString& relative, const QByteArray& bytes) {
+    QString p = rt->app.AppPath + relative;
+    p.replace(u'\\', u'/');
+    QDir().mkpath(QFileInfo(p).absolutePath());
+    QFile f(p);
+    if (f.open(QIODevice::WriteOnly)) f.write(bytes);
+}
+
+} // namespace vt::test

@@ -1,0 +1,29 @@
+#pragma once
+// What a form test needs: a runtime on the virtual clock, with scripted message boxes, a seeded
+// random generator, a fixed 1024 x 768 screen, and a data folder of its own on disk.
+
+#include "platform/runtime.h"
+
+#include <QTemporaryDir>
+#include <memory>
+
+namespace vt::test {
+
+struct TestEnv {
+    TestEnv();
+    ~TestEnv();
+
+    // Writes a file below the data folder ("Lessons\Title.zvk"), creating folders.
+    void WriteFile(const QString& relative, const QByteArray& bytes);
+    QString Path(const QString& relative) const { return rt->app.AppPath + relative; }
+
+    QTemporaryDir dir;
+    VirtualClock clock;
+    ScriptedMessageBoxes boxes;
+    SeededRandom random{12345};
+    FaultyFileStore files;
+    FixedScreenInfo screen;
+    std::unique_ptr<Runtime> rt;
+};
+
+} // namespace vt::test
