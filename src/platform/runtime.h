@@ -11,6 +11,8 @@
 #include "platform/timers.h"
 #include "shell/app_state.h"
 
+#include <functional>
+
 namespace vt {
 
 struct Runtime {
@@ -26,6 +28,13 @@ struct Runtime {
     FileStore& files;
     ScreenInfo& screen;
     Forms forms;
+
+    // The sound system (engine, shared players, owner dispatch); set up by the program or by a
+    // test before any sound is played. See core/speech.h.
+    class SoundSystem* sound = nullptr;
+    // The desktop's tone marker, once the desktop stands: shows the tone of the syllable just
+    // started ("0" to "4").
+    std::function<void(const QString& tone)> ShowToneCurve;
 
     // Shorthand for the service calls that the forms make all the time.
     int MsgBox(const QString& text, int flags = Mb::OKOnly, const QString& title = {}) {
