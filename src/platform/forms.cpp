@@ -40,6 +40,9 @@ bool Forms::Unload(Form* form) {
     bool cancel = false;
     form->Form_Unload(cancel);
     if (cancel) return false;
+    // Forms shown with this one as owner go with it.
+    for (Form* owned : All())
+        if (owned != form && owned->Owner() == form) Unload(owned);
     it = std::find(forms_.begin(), forms_.end(), form); // the handler may have unloaded others
     if (it != forms_.end()) forms_.erase(it);
     if (desktop_ == form) desktop_ = nullptr;

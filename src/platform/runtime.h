@@ -22,6 +22,8 @@ struct Runtime {
     Runtime& operator=(const Runtime&) = delete;
 
     AppState app;
+    // The folder of the executable with a trailing separator: the desktop makes it AppPath.
+    QString ProgramFolder;
     TimeService& time;
     MessageBoxes& boxes;
     Random& random;

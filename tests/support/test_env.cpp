@@ -8,7 +8,8 @@ namespace vt::test {
 
 TestEnv::TestEnv() {
     rt = std::make_unique<Runtime>(clock, boxes, random, files, screen);
-    rt->app.AppPath = dir.path() + u'/';
+    rt->ProgramFolder = dir.path() + u'/';
+    rt->app.AppPath = rt->ProgramFolder;
 }
 
 TestEnv::~TestEnv() {
