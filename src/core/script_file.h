@@ -1,0 +1,67 @@
+#pragma once
+// Script files: all the text of the course (titles, word lists, lesson texts, questions,
+// dialogs, vocabulary) in one enciphered record format.
+//
+// A script file has no header and no trailer: it is a run of 6-byte records, each three signed
+// 16-bit little-endian fields Flag, PartA, PartB; a shorter tail is ignored. PartA + PartB is a
+// character code when Flag >= 0, and a key for the family's substitution table when Flag < 0
+// (see core/substitution_tables.h). Codes are UTF-16 code units seen as signed values. While
+// reading, code 0 becomes a run of 0 to 99 blanks (one fresh random draw each time), code 10
+// ends a line, code 13 is dropped, and every other code is one character. A file whose sum
+// PartA + PartB leaves the signed 16-bit range anywhere is corrupted as a whole.
+//
+// The reader fills ScriptLines and ScriptLineCount of AppState; a second read replaces the
+// first one's lines, so each caller copies what it needs at once.
+
+#include "platform/helpers.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+#include <QStringList>
+#include <cstdint>
+
+namespace vt {
+
+class FileStore;
+class Random;
+class SubstitutionTable;
+struct Runtime;
+
+// What a script file's bytes give: its lines, or that it is corrupted.
+struct ScriptText {
+    bool corrupted = false;
+    qsizetype badRecord = 0; // the first record (from 1) whose sum overflows, when corrupted
+    Array1<QString> lines;   // at most 32767, the most a line count can hold
+};
+
+// Decodes the bytes of a script file. stopLine of 1 or more ends the reading as soon as that
+// many lines are stored; below 1 reads the whole file. Zero codes draw from random (Randomize,
+// then one Rnd). With no table (a family other than the five), each enciphered record repeats
+// the code of the record before it (0 before the first record).
+ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
+                        Random& random);
+ScriptText DecodeScript(QByteArrayView bytes, const QString& family, int16_t stopLine,
+                        Random& random);
+
+// Reads the script file at path (already built from AppPath) into rt.app.ScriptLines and
+// ScriptLineCount. Both are emptied first. A file that cannot be opened, or that is corrupted,
+// shows "The file <path> is corrupted!" in a "Warning" box and leaves no lines; a file shorter
+// than one record leaves no lines without a word.
+void ReadScriptFile(Runtime& rt, const QString& path, const QString& family, int16_t stopLine);
+
+// The bytes of a script file holding lines, the same for the same seed. Each code unit is one
+// record; a line feed follows every line, so every list of lines, a last empty line included,
+// reads back as it was written (up to 32767 lines). With encipher, records carry keys of the
+// family's table, each split at random into PartA + PartB; a character the table has no key for,
+// and every character of a family without a table, is written as a plain record. Code units 0,
+// 10 and 13 inside a line cannot survive the reader (blanks, a line end, nothing).
+QByteArray EncodeScriptLines(const QStringList& lines, const QString& family, quint64 seed,
+                             bool encipher = true);
+
+// Writes EncodeScriptLines(lines, family, seed) to path, atomically. False when it could not be
+// written.
+bool WriteScriptFile(FileStore& files, const QString& path, const QStringList& lines,
+                     const QString& family, quint64 seed);
+
+} // namespace vt
