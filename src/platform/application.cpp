@@ -4,10 +4,16 @@
 
 #include <QKeyEvent>
 
+// The artwork lives in the library as a Qt resource; a static library must register it.
+static void initArtwork() {
+    Q_INIT_RESOURCE(resources);
+}
+
 namespace vt {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("Vantoria 2007"));
+    initArtwork();
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -2,6 +2,9 @@
 
 #include "platform/application.h"
 #include "platform/runtime.h"
+#include "shell/start_or_not.h"
+
+#include <QDir>
 
 namespace vt {
 
@@ -12,8 +15,14 @@ int RunProgram(Application& app) {
     FileStore files;
     QtScreenInfo screen;
     Runtime rt(time, boxes, random, files, screen);
+    rt.ProgramFolder = QDir(QCoreApplication::applicationDirPath()).absolutePath() + u'/';
     rt.forms.OnLastUnloaded = [] { QCoreApplication::quit(); };
-    return app.exec();
+    app.setQuitOnLastWindowClosed(false);
+
+    rt.forms.Load<StartOrNot>();
+    if (rt.forms.All().empty()) return 0;
+    const int code = app.exec();
+    return code;
 }
 
 } // namespace vt

@@ -1,0 +1,35 @@
+#pragma once
+// The loading panel: three labelled bars in the main screen's panel area. It fills the knowledge
+// base in one tick of its timer, greets the learner and unloads itself; its unload starts the
+// main screen's last start stage.
+
+#include "platform/controls.h"
+#include "platform/form.h"
+
+namespace vt {
+
+class Timer;
+
+class LoadData final : public Form {
+    Q_OBJECT
+public:
+    static constexpr const char* kName = "LoadData";
+    explicit LoadData(Runtime& rt);
+
+    void Form_Load() override;
+    void Form_Unload(bool& cancel) override;
+
+    Label* Label1;
+    Label* Label2;
+    Label* Label3;
+    Label* Label4;
+    ProgressBar* ProgressBar2;
+    ProgressBar* ProgressBar3;
+    ProgressBar* ProgressBar4;
+    Timer* Timer1;
+
+private:
+    void timer1Tick();
+};
+
+} // namespace vt

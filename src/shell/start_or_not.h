@@ -1,0 +1,49 @@
+#pragma once
+// The start form. It stays hidden: it checks that the program's text comes through as Unicode
+// and then loads the desktop, which carries the start on. Only when the check fails does it show
+// itself as a warning with three steps of advice and three buttons.
+
+#include "platform/controls.h"
+#include "platform/form.h"
+
+namespace vt {
+
+class StartOrNot final : public Form {
+    Q_OBJECT
+public:
+    static constexpr const char* kName = "StartOrNot";
+    explicit StartOrNot(Runtime& rt);
+
+    // The text whose first character must have the code 26102 ("时"). A test may replace it to
+    // reach the warning.
+    static inline QString CheckLiteral = QStringLiteral("时");
+    static bool TextCheckPasses() {
+        return !CheckLiteral.isEmpty() && CheckLiteral.at(0).unicode() == 26102;
+    }
+
+    void Form_Load() override;
+
+    Label* Label1;
+    Label* Label2;
+    Label* Label4;
+    Shape* Shape1;
+    ImageBox* Image1;
+    ImageBox* Image2;
+    ImageBox* Image3;
+    OptionButton* Option1;
+    OptionButton* Option2;
+    OptionButton* Option3;
+    CommandButton* Command1;
+    CommandButton* Command2;
+    CommandButton* Command3;
+
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Option_Click(int step);
+
+private:
+    void fitFrame();
+};
+
+} // namespace vt
