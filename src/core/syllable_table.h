@@ -46,7 +46,7 @@ const SyllableInfo* FindSyllable(const QString& plain);
 bool SyllableHasTone(const QString& plain, int tone);
 
 // Numeric-tone Pinyin as a teacher types it ("zhong1 guo2", "Nv3", "lve4", "nü3", "lu:4",
-// "ma0") to the dotted form stored in the word files ("zh.ong1 g.uo2"): the dot goes where the
+// "ma0") to the dotted form stored in the word files ("zh.ong1 gu.o2"): the dot goes where the
 // table's "|" stands, syllables are lower-cased and joined by one blank.
 // A digit ends a syllable, so "zhong1guo2" works too; blanks and apostrophes separate.
 // "ü" and "u:" are read as "v"; tone 5 is read as neutral and written 0.
