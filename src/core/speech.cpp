@@ -1,0 +1,179 @@
+#include "core/speech.h"
+
+#include "platform/helpers.h"
+#include "platform/runtime.h"
+#include "platform/timers.h"
+
+namespace vt {
+
+namespace {
+
+// Sets up a player as the desktop does at load.
+void setUpPlayer(MMControl* c, bool notify) {
+    c->SetNotify(notify);
+    c->SetWait(false);
+    c->SetShareable(false);
+    c->SetDeviceType(QStringLiteral("WaveAudio"));
+    c->SetTimeFormat(0);
+}
+
+} // namespace
+
+SoundSystem::SoundSystem(std::unique_ptr<AudioOutput> output)
+    : output_(std::move(output)), owner_(std::make_unique<QObject>()) {
+    cache_ = std::make_unique<SoundCache>(Engine().Rate(), Engine().Channels());
+    MMControl1 = NewControl(owner_.get(), QStringLiteral("MMControl1"));
+    MMControl2 = NewControl(owner_.get(), QStringLiteral("MMControl2"));
+    setUpPlayer(MMControl1, false);
+    setUpPlayer(MMControl2, true);
+    QObject::connect(MMControl1, &MMControl::Done, owner_.get(),
+                     [this](int code) { soundDone(code); });
+    QObject::connect(MMControl2, &MMControl::Done, owner_.get(), [this](int code) {
+        if (code == MMControl::NotifySuccessful) MMControl2->SetCommand(QStringLiteral("Close"));
+    });
+}
+
+SoundSystem::~SoundSystem() {
+    if (rt_ && rt_->sound == this) rt_->sound = nullptr;
+    owner_.reset(); // the players leave the engine before it goes
+}
+
+std::unique_ptr<SoundSystem> SoundSystem::CreateForProgram(TimeService&) {
+    auto out = SdlOutput::Open();
+    SdlOutput* device = out.get();
+    std::unique_ptr<SoundSystem> s(new SoundSystem(std::move(out)));
+    s->device_ = device;
+    return s;
+}
+
+std::unique_ptr<SoundSystem> SoundSystem::CreateVirtual(VirtualClock& clock, int sampleRate) {
+    auto out = std::make_unique<VirtualOutput>(clock, sampleRate);
+    VirtualOutput* v = out.get();
+    std::unique_ptr<SoundSystem> s(new SoundSystem(std::move(out)));
+    s->virtual_ = v;
+    return s;
+}
+
+void SoundSystem::Attach(Runtime& rt) {
+    rt_ = &rt;
+    rt.sound = this;
+}
+
+MMControl* SoundSystem::NewControl(QObject* parent, const QString& name) {
+    auto* c = new MMControl(Engine(), *cache_, parent);
+    c->setObjectName(name);
+    return c;
+}
+
+void SoundSystem::SetOwnerHandler(int16_t tag, std::function<void()> handler) {
+    if (tag == 0 || tag == kSpeechTag) return;
+    owners_[tag] = std::move(handler);
+}
+void SoundSystem::RemoveOwnerHandler(int16_t tag) {
+    owners_.erase(tag);
+}
+void SoundSystem::SetSpeechEndHandler(int16_t openTask, std::function<void()> handler) {
+    speechEnd_[openTask] = std::move(handler);
+}
+void SoundSystem::RemoveSpeechEndHandler(int16_t openTask) {
+    speechEnd_.erase(openTask);
+}
+
+void SoundSystem::soundDone(int notifyCode) {
+    if (notifyCode != MMControl::NotifySuccessful || !rt_) return;
+    const int16_t owner = rt_->app.SoundOwner;
+    if (owner == kSpeechTag) {
+        SpeakNextSyllable(*rt_);
+        return;
+    }
+    auto it = owners_.find(owner);
+    if (it == owners_.end()) return;
+    // The handler may remove itself; call a copy.
+    std::function<void()> handler = it->second;
+    if (handler) handler();
+}
+
+QString SyllableSoundPath(const Runtime& rt, const QString& syllable) {
+    return rt.app.AppPath + QStringLiteral("Phonetic Symbols\\") + syllable.left(1).toUpper() +
+           u'\\' + syllable + QStringLiteral(".wav");
+}
+
+void ShowToneCurve(Runtime& rt, const QString& tone) {
+    if (rt.ShowToneCurve) rt.ShowToneCurve(tone);
+}
+
+namespace {
+
+bool isSyllableFile(const QString& path) {
+    return path.contains(QStringLiteral("Symbols\\"), Qt::CaseInsensitive);
+}
+
+// Steps 4 to 6 of a play: notification, owner, start.
+void startPlay(Runtime& rt, MMControl* player, int16_t tag) {
+    player->SetNotify(tag != 0);
+    rt.app.SoundOwner = tag;
+    player->SetCommand(QStringLiteral("Play"));
+}
+
+} // namespace
+
+void PlayWave(Runtime& rt, const QString& path, int16_t tag) {
+    if (!rt.sound) return;
+    MMControl* player = rt.sound->MMControl1;
+    player->SetCommand(QStringLiteral("Close"));
+    player->SetFileName(path);
+    player->SetCommand(QStringLiteral("Open"));
+    startPlay(rt, player, tag);
+    if (isSyllableFile(path)) ShowToneCurve(rt, rt.app.CurrentTone);
+}
+
+void ReplayWave(Runtime& rt, int16_t tag) {
+    if (!rt.sound) return;
+    MMControl* player = rt.sound->MMControl1;
+    player->SetCommand(QStringLiteral("Prev"));
+    startPlay(rt, player, tag);
+    if (isSyllableFile(player->FileName())) ShowToneCurve(rt, rt.app.CurrentTone);
+}
+
+void SpeakPinyin(Runtime& rt, const QString& text) {
+    if (text.isEmpty()) return;
+    AppState& a = rt.app;
+    a.SpeechSyllableCount = 0;
+    a.SpeechPosition = 0;
+    a.SpeechQueue.Erase();
+    QString acc;
+    for (const QChar ch : text) {
+        if (ch >= u'0' && ch <= u'9') {
+            if (a.SpeechSyllableCount == INT16_MAX) break;
+            const QString digit(ch);
+            a.SpeechQueue.Append(
+                SpeechRow{digit, Trim(acc) + (digit == u"0" ? QStringLiteral("1") : digit)});
+            ++a.SpeechSyllableCount;
+            acc.clear();
+        } else {
+            acc += ch;
+        }
+    }
+    if (a.SpeechSyllableCount > 0 && a.SpeechQueue.Last().Sound == u"er1")
+        a.SpeechQueue.Last().Sound = QStringLiteral("er2");
+    SpeakNextSyllable(rt);
+}
+
+void SpeakNextSyllable(Runtime& rt) {
+    AppState& a = rt.app;
+    if (a.SpeechPosition < a.SpeechSyllableCount) {
+        ++a.SpeechPosition;
+        const SpeechRow& row = a.SpeechQueue[a.SpeechPosition];
+        a.CurrentTone = row.Tone;
+        PlayWave(rt, SyllableSoundPath(rt, row.Sound), kSpeechTag);
+        return;
+    }
+    if (!rt.sound) return;
+    rt.sound->MMControl1->SetCommand(QStringLiteral("Close"));
+    auto it = rt.sound->speechEnd_.find(a.OpenTask);
+    if (it == rt.sound->speechEnd_.end()) return;
+    std::function<void()> handler = it->second;
+    if (handler) handler();
+}
+
+} // namespace vt
