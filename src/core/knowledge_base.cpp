@@ -1,0 +1,254 @@
+#include "core/knowledge_base.h"
+
+#include "core/pinyin.h"
+#include "core/script_file.h"
+#include "platform/runtime.h"
+
+#include <QChar>
+#include <algorithm>
+#include <limits>
+
+namespace vt {
+
+namespace {
+
+// Every table of the knowledge base is counted in 16 bits.
+constexpr int kMaxRows = std::numeric_limits<int16_t>::max();
+constexpr int kVocabularyBarMax = 160;
+constexpr int kVocabularyBarShortfall = 144;
+
+QString lessonFile(const AppState& app, int lesson, const char* name) {
+    return app.AppPath + QStringLiteral("Lessons\\Script\\Lesson_") + QString::number(lesson) +
+           u'\\' + QLatin1String(name);
+}
+
+QString vocabularyFile(const AppState& app, int n) {
+    return app.AppPath + QStringLiteral("Vocabulary\\ci") + QString::number(n) +
+           QStringLiteral(".zvk");
+}
+
+// Reads the triples of one word file (Pinyin, Chinese, meaning) into the word tables. A rest of
+// one or two lines is passed over.
+void takeWords(Runtime& rt, const QString& path, const QString& family, int16_t kind,
+               int16_t number) {
+    AppState& app = rt.app;
+    ReadScriptFile(rt, path, family, 0);
+    const int triples = app.ScriptLineCount / 3;
+    const int room = kMaxRows - app.WordTable.Count();
+    const int take = std::min(triples, room);
+    app.WordTable.Reserve(app.WordTable.Count() + take);
+    app.WordPinyin.Reserve(app.WordPinyin.Count() + take);
+    app.WordOrigin.Reserve(app.WordOrigin.Count() + take);
+    for (int k = 1; k <= take; ++k) {
+        app.WordPinyin.Append(Trim(app.ScriptLines[3 * k - 2]));
+        app.WordTable.Append(
+            WordRow{Trim(app.ScriptLines[3 * k - 1]), u' ' + Trim(app.ScriptLines[3 * k]) + u' '});
+        app.WordOrigin.Append(WordSource{kind, number});
+    }
+    app.ScriptLines.Erase();
+    app.ScriptLineCount = 0;
+}
+
+bool isDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
+}
+
+// Blanks only, as Trim does, but on a view.
+QStringView trimBlanks(QStringView s) {
+    qsizetype b = 0, e = s.size();
+    while (b < e && s[b] == u' ')
+        ++b;
+    while (e > b && s[e - 1] == u' ')
+        --e;
+    return s.sliced(b, e - b);
+}
+
+bool sameReading(const CharReading& r, const WordSyllable& s) {
+    return r.Pinyin == s.Letters && r.Tone == s.ToneDigit;
+}
+
+// Adds the readings of one word to CharTable. findRow gives the row of a character or 0 and
+// addRow is told of each new row, so the indexed and the scanning build share everything else.
+template <class FindRow, class AddRow>
+void addWord(AppState& app, const QString& chinese, const QString& pinyin, FindRow&& findRow,
+             AddRow&& addRow) {
+    const std::vector<WordSyllable> syllables = CutWordSyllables(pinyin);
+    const QString chars = StripPunctuation(chinese);
+    if (chars.size() != static_cast<qsizetype>(syllables.size())) return;
+    for (qsizetype i = 0; i < chars.size(); ++i) {
+        const QChar c = chars[i];
+        const WordSyllable& s = syllables[static_cast<size_t>(i)];
+        const int row = findRow(c);
+        if (row > 0) {
+            CharEntry& entry = app.CharTable[row];
+            const bool known = std::any_of(entry.Readings.begin(), entry.Readings.end(),
+                                           [&](const CharReading& r) { return sameReading(r, s); });
+            if (known || entry.ReadingCount >= kMaxRows) continue;
+            entry.Readings.Append(MakeReading(s));
+            ++entry.ReadingCount;
+        } else {
+            if (app.CharTable.Count() >= kMaxRows) continue;
+            CharEntry entry;
+            entry.Character = QString(c);
+            entry.ReadingCount = 1;
+            entry.Readings.Append(MakeReading(s));
+            app.CharTable.Append(std::move(entry));
+            app.CharCount = static_cast<int16_t>(app.CharTable.Count());
+            addRow(c, app.CharTable.Count());
+        }
+    }
+}
+
+template <class FindRow, class AddRow>
+void buildCharTable(Runtime& rt, LoadProgress& progress, FindRow&& findRow, AddRow&& addRow) {
+    AppState& app = rt.app;
+    app.CharTable.Erase();
+    app.CharCount = 0;
+    for (int w = 1; w <= app.WordCount; ++w) {
+        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], findRow, addRow);
+        progress.Step(CharacterBar);
+    }
+}
+
+} // namespace
+
+void LoadProgress::SetMax(int bar, int max) {
+    Max[bar] = max;
+    if (Changed) Changed(bar);
+}
+
+void LoadProgress::SetValue(int bar, int value) {
+    Value[bar] = value;
+    if (Changed) Changed(bar);
+}
+
+std::vector<WordSyllable> CutWordSyllables(QStringView pinyin) {
+    std::vector<WordSyllable> out;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < pinyin.size(); ++i) {
+        if (!isDigit(pinyin[i])) continue;
+        out.push_back({trimBlanks(pinyin.sliced(start, i - start)), pinyin.sliced(i, 1)});
+        start = i + 1;
+    }
+    if (out.empty()) out.push_back({trimBlanks(pinyin), QStringView()});
+    return out;
+}
+
+CharReading MakeReading(const WordSyllable& s) {
+    CharReading r;
+    r.Pinyin = s.Letters.toString();
+    r.Plain = StripPunctuation(r.Pinyin);
+    r.Initial = r.Plain.left(1);
+    r.Tone = s.ToneDigit.toString();
+    if (r.Tone.isEmpty()) {
+        r.ToneKey = QStringLiteral("0");
+    } else if (r.Tone == u"0") {
+        r.ToneKey = r.Tone;
+        r.ToneSound = QStringLiteral("1");
+    } else {
+        r.ToneKey = r.Tone;
+        r.ToneSound = r.Tone;
+    }
+    return r;
+}
+
+void LoadTitles(Runtime& rt, LoadProgress& progress) {
+    AppState& app = rt.app;
+    progress.SetMax(VocabularyBar, kVocabularyBarMax);
+    progress.SetMax(SentenceBar, kLessonCount);
+    app.TitleList.ReDim(kLessonCount, false);
+
+    const QString path = app.AppPath + QStringLiteral("Lessons\\Title.zvk");
+    if (!rt.files.Exists(path)) {
+        rt.MsgBox(QStringLiteral("Error: Fail to find file Title.zvk in folder Lessons!"),
+                  Mb::Exclamation, QStringLiteral("Warning"));
+        return;
+    }
+    ReadScriptFile(rt, path, QStringLiteral("RT"), 0);
+    // The list has room for the course's lessons; lines beyond them are not titles.
+    const int lines = std::min<int>(app.ScriptLineCount, kLessonCount);
+    for (int i = 1; i <= lines; ++i)
+        app.TitleList[i] = app.ScriptLines[i];
+    app.ScriptLines.Erase();
+    app.ScriptLineCount = 0;
+}
+
+void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
+    AppState& app = rt.app;
+    const QString wordFamily = QStringLiteral("RW");
+    const QString vocabularyFamily = QStringLiteral("VO");
+    const QString textFamily = QStringLiteral("RT");
+
+    app.WordTable.Erase();
+    app.WordPinyin.Erase();
+    app.WordOrigin.Erase();
+    for (int n = 1; n <= kLessonCount; ++n) {
+        const QString path = lessonFile(app, n, "icwp.zvk");
+        if (!rt.files.Exists(path)) continue;
+        takeWords(rt, path, wordFamily, 1, static_cast<int16_t>(n));
+        progress.Step(VocabularyBar);
+    }
+    app.LessonWordCount = static_cast<int16_t>(app.WordTable.Count());
+
+    for (int n = 1; n <= kVocabularyFileCount; ++n) {
+        const QString path = vocabularyFile(app, n);
+        if (!rt.files.Exists(path)) continue;
+        takeWords(rt, path, vocabularyFamily, 2, static_cast<int16_t>(n));
+        progress.Step(VocabularyBar);
+    }
+    // A course without its vocabulary files still shows a full bar.
+    if (progress.Value[VocabularyBar] == kVocabularyBarShortfall)
+        progress.SetValue(VocabularyBar, kVocabularyBarMax);
+
+    app.WordCount = static_cast<int16_t>(app.WordTable.Count());
+    app.WordCountCopy = app.WordCount;
+    if (app.WordCount > 0) progress.SetMax(CharacterBar, app.WordCount);
+
+    app.SentenceTable.Erase();
+    app.SentenceLesson.Erase();
+    for (int n = 1; n <= kLessonCount; ++n) {
+        const QString path = lessonFile(app, n, "lifr.zvk");
+        if (!rt.files.Exists(path)) continue;
+        ReadScriptFile(rt, path, textFamily, 0);
+        // The first line (and for a TV play also the second) heads the text.
+        const int first = (n < kFirstPlayLesson ? 1 : 2) + 1;
+        for (int i = first; i <= app.ScriptLineCount; ++i) {
+            if (app.SentenceTable.Count() >= kMaxRows) break;
+            app.SentenceTable.Append(Trim(app.ScriptLines[i]));
+            app.SentenceLesson.Append(static_cast<int16_t>(n));
+        }
+        app.ScriptLines.Erase();
+        app.ScriptLineCount = 0;
+        progress.Step(SentenceBar);
+    }
+    app.SentenceCount = static_cast<int16_t>(app.SentenceTable.Count());
+    app.SentenceCountCopy = app.SentenceCount;
+}
+
+void BuildCharTable(Runtime& rt, LoadProgress& progress) {
+    // Row of each UTF-16 code unit in CharTable, 0 when not met yet.
+    std::vector<int16_t> rowOf(0x10000, 0);
+    buildCharTable(
+        rt, progress, [&](QChar c) { return static_cast<int>(rowOf[c.unicode()]); },
+        [&](QChar c, int row) { rowOf[c.unicode()] = static_cast<int16_t>(row); });
+}
+
+void BuildCharTableByScanning(Runtime& rt, LoadProgress& progress) {
+    const AppState& app = rt.app;
+    buildCharTable(
+        rt, progress,
+        [&](QChar c) {
+            for (int row = 1; row <= app.CharCount; ++row)
+                if (app.CharTable[row].Character == c) return row;
+            return 0;
+        },
+        [](QChar, int) {});
+}
+
+void LoadKnowledgeBase(Runtime& rt, LoadProgress& progress) {
+    LoadTitles(rt, progress);
+    LoadWordsAndSentences(rt, progress);
+    BuildCharTable(rt, progress);
+}
+
+} // namespace vt
