@@ -1,0 +1,210 @@
+#include "lexicon.h"
+
+#include "core/pinyin.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+#include <QStringTokenizer>
+
+namespace vt::coursepack {
+
+namespace {
+
+QString readText(const QString& path) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return QString();
+    return QString::fromUtf8(f.readAll());
+}
+
+// The text between the first "`" after marker and the next "`".
+QString templateLiteral(const QString& js, const QString& marker) {
+    const qsizetype at = js.indexOf(marker);
+    if (at < 0) return QString();
+    const qsizetype open = js.indexOf(u'`', at);
+    const qsizetype close = open < 0 ? -1 : js.indexOf(u'`', open + 1);
+    return close < 0 ? QString() : js.mid(open + 1, close - open - 1);
+}
+
+bool isPunctuation(QChar c) {
+    return !c.isLetterOrNumber() && !c.isSpace();
+}
+
+int score(const LexEntry& e, const QString& rawPinyin) {
+    // Lower is better: proper names (capitalised readings) and variant spellings come last.
+    int s = 0;
+    if (!rawPinyin.isEmpty() && rawPinyin[0].isUpper()) s += 4;
+    if (e.meanings.isEmpty()) s += 8;
+    return s;
+}
+
+} // namespace
+
+QString CedictToNumeric(const QString& pinyin) {
+    QString p = pinyin.toLower();
+    p.replace(QStringLiteral("u:"), QStringLiteral("v"));
+    static const QRegularExpression syllable(QStringLiteral("^[a-z]+[0-5]$"));
+    QStringList out;
+    for (QString s : p.split(u' ', Qt::SkipEmptyParts)) {
+        if (!syllable.match(s).hasMatch()) return QString();
+        if (s.back() == u'5') s.back() = u'0';
+        out << s;
+    }
+    return out.join(u' ');
+}
+
+QStringList CleanMeanings(const QStringList& definitions) {
+    static const QRegularExpression pair(QStringLiteral("[^\\s|\\[\\],;]+\\|([^\\s\\[\\],;]+)"));
+    static const QRegularExpression reading(QStringLiteral("\\[[^\\]]*\\]"));
+    QStringList out;
+    for (QString d : definitions) {
+        d = d.trimmed();
+        const QString lower = d.toLower();
+        if (d.isEmpty() || lower.contains(QStringLiteral("variant of")) || lower.startsWith(QStringLiteral("surname ")) ||
+            lower.startsWith(QStringLiteral("see ")) || lower.startsWith(QStringLiteral("used in ")))
+            continue;
+        d.replace(pair, QStringLiteral("\\1"));
+        d.replace(reading, QString());
+        d = d.simplified();
+        if (!d.isEmpty() && !out.contains(d)) out << d;
+        if (out.size() == 7) break;
+    }
+    return out;
+}
+
+bool Lexicon::Load(const QString& npmDir, QString* error) {
+    const QString base = npmDir + QStringLiteral("/node_modules/chinese-lexicon/");
+    const QString cedict = readText(base + QStringLiteral("dictionary/cedict.js"));
+    const QString hsk = readText(base + QStringLiteral("statistics/hsk.js"));
+    const QString movie = readText(base + QStringLiteral("statistics/movieWordFrequency.js"));
+    if (cedict.isEmpty() || hsk.isEmpty() || movie.isEmpty()) {
+        if (error) *error = QStringLiteral("chinese-lexicon is not installed in %1 (run scripts/fetch_course_data.sh)").arg(npmDir);
+        return false;
+    }
+    LoadFromTexts(templateLiteral(cedict, QStringLiteral("module.exports")), hsk,
+                  templateLiteral(movie, QStringLiteral("let data")));
+    return true;
+}
+
+void Lexicon::LoadFromTexts(const QString& cedict, const QString& hsk, const QString& subtitleFrequency) {
+    QHash<QString, int> bestScore;
+    for (QStringView line : QStringTokenizer(cedict, u'\n')) {
+        if (line.isEmpty() || line[0] == u'#') continue;
+        // "Trad Simp [pin1 yin1] /meaning/meaning/"
+        const qsizetype open = line.indexOf(u'[');
+        const qsizetype close = line.indexOf(QStringLiteral("] /"));
+        if (open < 0 || close < open) continue;
+        const QStringList chars = line.left(open).trimmed().toString().split(u' ', Qt::SkipEmptyParts);
+        if (chars.size() != 2) continue;
+        const QString raw = line.mid(open + 1, close - open - 1).toString();
+        LexEntry e{chars[1], CedictToNumeric(raw), {}};
+        if (e.numeric.isEmpty()) continue;
+        QString defs = line.mid(close + 3).toString().trimmed();
+        if (defs.endsWith(u'/')) defs.chop(1);
+        e.meanings = CleanMeanings(defs.split(u'/'));
+        const int s = score(e, raw);
+        auto it = bestScore.find(e.simplified);
+        if (it == bestScore.end() || s < *it) {
+            bestScore[e.simplified] = s;
+            longest_ = std::max(longest_, static_cast<int>(e.simplified.size()));
+            best_[e.simplified] = e;
+        }
+    }
+    QSet<QString> seen;
+    static const QRegularExpression quoted(QStringLiteral("\"([^\"]+)\""));
+    for (QStringView line : QStringTokenizer(hsk, u'\n')) {
+        if (!line.trimmed().startsWith(u'[')) continue;
+        auto it = quoted.globalMatch(line.toString());
+        while (it.hasNext()) {
+            const QString w = it.next().captured(1);
+            if (!seen.contains(w)) {
+                seen.insert(w);
+                ranked_ << w;
+            }
+        }
+    }
+    for (QStringView line : QStringTokenizer(subtitleFrequency, u'\n')) {
+        const qsizetype tab = line.indexOf(u'\t');
+        const QString w = (tab < 0 ? line : line.left(tab)).trimmed().toString();
+        if (!w.isEmpty() && !seen.contains(w)) {
+            seen.insert(w);
+            ranked_ << w;
+        }
+    }
+}
+
+const LexEntry* Lexicon::Find(const QString& simplified) const {
+    auto it = best_.find(simplified);
+    return it == best_.end() ? nullptr : &*it;
+}
+
+void Lexicon::AddCourseReading(const QString& chinese, const QString& numeric) {
+    const QString word = StripPunctuation(chinese);
+    if (word.isEmpty() || CountSyllables(numeric) != word.size()) return;
+    course_.insert(word, numeric.simplified());
+    longest_ = std::max(longest_, static_cast<int>(word.size()));
+}
+
+QString Lexicon::ToSpokenPinyin(const QString& text, int* unknown) const {
+    QStringList out;
+    int missing = 0;
+    for (qsizetype i = 0; i < text.size();) {
+        const QChar c = text[i];
+        if (c.isSpace()) {
+            ++i;
+            continue;
+        }
+        if (isPunctuation(c)) {
+            const bool full = QStringLiteral("。！？.!?").contains(c);
+            const bool part = QStringLiteral("，、；：,;:…—").contains(c);
+            if ((full || part) && !out.isEmpty() && !out.last().endsWith(u',') && !out.last().endsWith(u'.'))
+                out.last() += full ? u'.' : u',';
+            ++i;
+            continue;
+        }
+        QString reading;
+        qsizetype len = std::min<qsizetype>(longest_, text.size() - i);
+        for (; len >= 1; --len) {
+            const QString piece = text.mid(i, len);
+            if (auto cw = course_.find(piece); cw != course_.end()) {
+                reading = *cw;
+                break;
+            }
+            if (const LexEntry* e = Find(piece)) {
+                reading = e->numeric;
+                break;
+            }
+        }
+        if (reading.isEmpty()) {
+            ++missing;
+            ++i;
+            continue;
+        }
+        for (QString s : reading.split(u' ', Qt::SkipEmptyParts)) {
+            if (s.back() == u'0') s.back() = u'5';
+            out << s;
+        }
+        i += len;
+    }
+    if (unknown) *unknown = missing;
+    return out.join(u' ');
+}
+
+std::vector<VocabularyEntry> BuildVocabulary(const Lexicon& lexicon, const Course& course, int maxEntries) {
+    QSet<QString> lessonWords;
+    for (const Lesson& l : course.lessons)
+        for (const Word& w : l.words) lessonWords.insert(StripPunctuation(w.chinese));
+    std::vector<VocabularyEntry> out;
+    for (const QString& w : lexicon.RankedWords()) {
+        if (static_cast<int>(out.size()) >= maxEntries) break;
+        if (lessonWords.contains(w) || HasNonChinese(w)) continue;
+        const LexEntry* e = lexicon.Find(w);
+        if (!e || e->meanings.isEmpty()) continue;
+        const QString dotted = NumericToDotted(e->numeric);
+        if (dotted.isEmpty() || CountSyllables(dotted) != StripPunctuation(w).size()) continue;
+        out.push_back({dotted, w, e->meanings.join(QStringLiteral("; "))});
+    }
+    return out;
+}
+
+} // namespace vt::coursepack

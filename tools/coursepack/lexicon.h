@@ -1,0 +1,64 @@
+#pragma once
+// The dictionary data the compiler takes from the npm package chinese-lexicon: CC-CEDICT
+// entries (readings and meanings), the HSK word lists of levels 1 to 6 and the word frequencies
+// of film subtitles (SUBTLEX-CH). From it come the twenty vocabulary files and the Pinyin of the
+// sentences that get a recording.
+
+#include "course_sources.h"
+#include "script_output.h"
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+namespace vt::coursepack {
+
+struct LexEntry {
+    QString simplified;
+    QString numeric; // lower case, "v" for the u with two dots, 0 for the neutral tone
+    QStringList meanings;
+};
+
+class Lexicon {
+public:
+    // Reads <npmDir>/node_modules/chinese-lexicon. False with error when it is not there.
+    bool Load(const QString& npmDir, QString* error);
+    // The same from the texts of the three files, for tests.
+    void LoadFromTexts(const QString& cedict, const QString& hsk, const QString& subtitleFrequency);
+
+    // The best entry of a word: a common word before a name or a variant spelling.
+    const LexEntry* Find(const QString& simplified) const;
+    // HSK levels 1 to 6 in order, then the other words by their frequency in film subtitles.
+    const QStringList& RankedWords() const { return ranked_; }
+    int EntryCount() const { return static_cast<int>(best_.size()); }
+
+    // The course's own words win over the dictionary when a text is read aloud.
+    void AddCourseReading(const QString& chinese, const QString& numeric);
+
+    // Numeric Pinyin of a Chinese text for the speech voice: words by longest match, pauses at
+    // punctuation (", " and ". "), the neutral tone written 5. Characters with no reading are
+    // left out and counted in *unknown.
+    QString ToSpokenPinyin(const QString& text, int* unknown = nullptr) const;
+
+private:
+    QHash<QString, LexEntry> best_;
+    QHash<QString, QString> course_;
+    QStringList ranked_;
+    int longest_ = 1;
+};
+
+// The vocabulary files' entries: the ranked words that have a dictionary entry with a reading
+// that pairs with their characters, leaving out the course's lesson words, at most maxEntries.
+std::vector<VocabularyEntry> BuildVocabulary(const Lexicon& lexicon, const Course& course,
+                                             int maxEntries);
+
+// A CC-CEDICT reading ("Zhong1 guo2", "lu:4", "ma5") in the course's numeric form ("zhong1
+// guo2", "lv4", "ma0"); empty when it is not plain syllables.
+QString CedictToNumeric(const QString& pinyin);
+
+// Meanings as a learner reads them: cross references reduced to the simplified word, variants and
+// surname notes left out.
+QStringList CleanMeanings(const QStringList& definitions);
+
+} // namespace vt::coursepack

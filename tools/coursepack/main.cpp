@@ -1,0 +1,107 @@
+// coursepack: compiles the plain-text course sources into the program's data folder.
+//
+//   coursepack --course <course dir> --out <data folder> [--npm <dir with node_modules>]
+//              [--check-only] [--no-audio] [--jobs N]
+//
+// Faults in the sources are printed as "file:line: reason", and nothing is built.
+
+#include "course_build.h"
+#include "course_sources.h"
+#include "lexicon.h"
+
+#include "platform/files.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <cstdio>
+
+using namespace vt::coursepack;
+
+namespace {
+void print(const QString& s, FILE* to = stdout) {
+    std::fputs(qPrintable(s + u'\n'), to);
+}
+
+qint64 folderBytes(const QString& dir, int* count) {
+    qint64 total = 0;
+    *count = 0;
+    QDirIterator it(dir, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        it.next();
+        total += it.fileInfo().size();
+        ++*count;
+    }
+    return total;
+}
+} // namespace
+
+int main(int argc, char** argv) {
+    // Pictures are drawn with fonts, which needs a GUI application, but never a screen.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    QCommandLineParser cli;
+    cli.setApplicationDescription(QStringLiteral("Compiles the course sources into the program's data folder."));
+    cli.addHelpOption();
+    const QCommandLineOption courseOpt(QStringLiteral("course"), QStringLiteral("The course sources."), QStringLiteral("dir"), QStringLiteral("course"));
+    const QCommandLineOption outOpt(QStringLiteral("out"), QStringLiteral("The data folder to fill."), QStringLiteral("dir"));
+    const QCommandLineOption npmOpt(QStringLiteral("npm"), QStringLiteral("Folder holding node_modules with the data packages."), QStringLiteral("dir"));
+    const QCommandLineOption checkOpt(QStringLiteral("check-only"), QStringLiteral("Only read and check the sources."));
+    const QCommandLineOption noAudioOpt(QStringLiteral("no-audio"), QStringLiteral("Make no recordings or tracks."));
+    const QCommandLineOption jobsOpt(QStringLiteral("jobs"), QStringLiteral("Speech processes at a time."), QStringLiteral("n"), QStringLiteral("2"));
+    cli.addOptions({courseOpt, outOpt, npmOpt, checkOpt, noAudioOpt, jobsOpt});
+    cli.process(app);
+
+    QElapsedTimer clock;
+    clock.start();
+    Course course;
+    std::vector<SourceError> errors;
+    if (!ReadCourse(cli.value(courseOpt), course, errors)) {
+        for (const SourceError& e : errors) print(e.Text(), stderr);
+        print(QStringLiteral("coursepack: %1 fault(s) in the sources; nothing was built").arg(errors.size()), stderr);
+        return 1;
+    }
+    for (const QString& w : course.warnings) print(QStringLiteral("warning: ") + w, stderr);
+    if (cli.isSet(checkOpt)) {
+        print(QStringLiteral("coursepack: the sources are fine"));
+        return 0;
+    }
+    if (!cli.isSet(outOpt)) {
+        print(QStringLiteral("coursepack: --out <data folder> is needed"), stderr);
+        return 2;
+    }
+
+    BuildOptions options;
+    options.outDir = QDir(cli.value(outOpt)).absolutePath();
+    options.audio = !cli.isSet(noAudioOpt);
+    options.workers = std::max(1, cli.value(jobsOpt).toInt());
+    Lexicon lexicon;
+    if (cli.isSet(npmOpt)) {
+        options.npmDir = QDir(cli.value(npmOpt)).absolutePath();
+        QString error;
+        if (!lexicon.Load(options.npmDir, &error)) print(QStringLiteral("warning: ") + error, stderr);
+    }
+    vt::FileStore files;
+    BuildReport report;
+    const bool ok = BuildCourse(course, lexicon, options, files, report);
+    for (const QString& w : report.warnings) print(QStringLiteral("warning: ") + w, stderr);
+    for (const QString& e : report.errors) print(e, stderr);
+    if (!ok) {
+        print(QStringLiteral("coursepack: the build failed"), stderr);
+        return 1;
+    }
+    int count = 0;
+    const qint64 bytes = folderBytes(options.outDir, &count);
+    print(QStringLiteral("coursepack: %1 script files, %2 recordings, %3 tracks, %4 pictures, %5 stroke files, "
+                         "%6 vocabulary entries")
+              .arg(report.scriptFiles).arg(report.recordings).arg(report.tracks).arg(report.pictures)
+              .arg(report.strokeFiles).arg(report.vocabularyEntries));
+    print(QStringLiteral("coursepack: built in %1 s; data folder %2 holds %3 files, %4 MB")
+              .arg(clock.elapsed() / 1000.0, 0, 'f', 1)
+              .arg(options.outDir)
+              .arg(count)
+              .arg(bytes / 1048576.0, 0, 'f', 1));
+    return 0;
+}
