@@ -1,0 +1,330 @@
+#include "core/script_file.h"
+
+#include "core/substitution_tables.h"
+#include "support/test_env.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <deque>
+
+using namespace vt;
+
+namespace {
+
+struct Rec {
+    int16_t flag, partA, partB;
+};
+
+QByteArray bytesOf(std::initializer_list<Rec> recs) {
+    std::vector<int16_t> v;
+    for (const Rec& r : recs)
+        v.insert(v.end(), {r.flag, r.partA, r.partB});
+    return PackInt16LE(v);
+}
+
+// Plain records of the code units of text, each split unevenly so that the sum, not one part,
+// has to be taken.
+QByteArray plain(const QString& text) {
+    std::vector<int16_t> v;
+    for (const QChar c : text) {
+        const auto code = static_cast<int16_t>(c.unicode());
+        const int16_t a = code >= 0 ? static_cast<int16_t>(code - 3000) : int16_t{3000};
+        v.insert(v.end(), {int16_t{7}, a, static_cast<int16_t>(code - a)});
+    }
+    return PackInt16LE(v);
+}
+
+QStringList linesOf(const ScriptText& t) {
+    QStringList out;
+    for (const QString& l : t.lines)
+        out << l;
+    return out;
+}
+
+QStringList scriptLines(const Runtime& rt) {
+    QStringList out;
+    for (int i = 1; i <= rt.app.ScriptLineCount; ++i)
+        out << rt.app.ScriptLines[i];
+    return out;
+}
+
+// Answers Rnd from a list of fractions and counts the Randomize calls.
+class ScriptedRandom final : public Random {
+public:
+    explicit ScriptedRandom(std::initializer_list<double> r) : fractions(r) {}
+    void Randomize() override { ++randomizes; }
+    double Rnd() override {
+        const double r = fractions.empty() ? 0.0 : fractions.front();
+        if (!fractions.empty()) fractions.pop_front();
+        return r;
+    }
+    std::deque<double> fractions;
+    int randomizes = 0;
+};
+
+QString blanks(int n) {
+    return QString(n, u' ');
+}
+
+} // namespace
+
+TEST(ScriptDecode, LinesFollowTheLineFeedRules) {
+    struct Row {
+        const char* name;
+        QByteArray bytes;
+        int16_t stopLine;
+        QStringList lines;
+    } rows[] = {
+        {"no line feed gives one line", plain("ab"), 0, {"ab"}},
+        {"one closing line feed adds no line", plain("ab\n"), 0, {"ab"}},
+        {"two closing line feeds end in an empty line", plain("ab\n\n"), 0, {"ab", ""}},
+        {"empty lines count", plain("\n\na\n"), 0, {"", "", "a"}},
+        {"a single line feed is one empty line", plain("\n"), 0, {""}},
+        {"carriage returns are dropped", plain("a\r\nb\rc\r\n"), 0, {"a", "bc"}},
+        {"blanks and tabs stay", plain(" a\t \n"), 0, {" a\t "}},
+        {"stop line ends at once", plain("1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n"), 3, {"1", "2", "3"}},
+        {"stop line past the end keeps the last line", plain("1\n2"), 3, {"1", "2"}},
+        {"stop line 1", plain("a\nb\n"), 1, {"a"}},
+        {"stop line on the closing line", plain("a\nb"), 2, {"a", "b"}},
+        {"negative stop line reads all", plain("a\nb\nc"), -4, {"a", "b", "c"}},
+        {"a negative code is a unit from 0x8000 up",
+         bytesOf({{0, -10000, -10000}}),
+         0,
+         {QString(QChar(0xB1E0))}},
+        {"the sum may reach both ends of the range",
+         bytesOf({{0, 32767, 0}, {0, -16384, -16384}}),
+         0,
+         {QString(QChar(0x7FFF)) + QChar(0x8000)}},
+        {"Chinese text",
+         plain(QStringLiteral("你好，世界\n中文")),
+         0,
+         {QStringLiteral("你好，世界"), QStringLiteral("中文")}},
+    };
+    for (const Row& r : rows) {
+        SeededRandom random;
+        const ScriptText t = DecodeScript(r.bytes, QStringLiteral("RT"), r.stopLine, random);
+        EXPECT_FALSE(t.corrupted) << r.name;
+        EXPECT_EQ(linesOf(t), r.lines) << r.name;
+    }
+}
+
+TEST(ScriptDecode, ShortFilesAndTails) {
+    struct Row {
+        const char* name;
+        QByteArray bytes;
+        QStringList lines;
+    } rows[] = {
+        {"empty file", QByteArray(), {}},
+        {"five bytes", plain("a").left(5), {}},
+        {"eleven bytes hold one record", plain("ab").left(11), {"a"}},
+        {"a tail after whole records is ignored",
+         plain("ab\n") + QByteArray("\x01\x02\x03", 3),
+         {"ab"}},
+        {"an overflowing tail is no record",
+         plain("x") + bytesOf({{0, 30000, 30000}}).left(5),
+         {"x"}},
+    };
+    for (const Row& r : rows) {
+        SeededRandom random;
+        const ScriptText t = DecodeScript(r.bytes, QStringLiteral("RW"), 0, random);
+        EXPECT_FALSE(t.corrupted) << r.name;
+        EXPECT_EQ(linesOf(t), r.lines) << r.name;
+    }
+}
+
+TEST(ScriptDecode, ZeroCodesGiveAFreshRunOfBlanksEach) {
+    // Int(Rnd * 100) blanks: 0.0 gives none, 0.999 gives 99, 0.505 gives 50.
+    ScriptedRandom random{0.505, 0.0, 0.999};
+    const QByteArray bytes = plain("a") + bytesOf({{0, 0, 0}}) + plain("b") +
+                             bytesOf({{0, 5, -5}, {0, -1, 1}}) + plain("c");
+    const ScriptText t = DecodeScript(bytes, QStringLiteral("SP"), 0, random);
+    EXPECT_EQ(linesOf(t), QStringList{"a" + blanks(50) + "b" + blanks(99) + "c"});
+    EXPECT_EQ(random.randomizes, 3);
+
+    // Blanks alone make a line, and a line of zero blanks is still a line before a line feed.
+    ScriptedRandom r2{0.07, 0.0};
+    const ScriptText t2 =
+        DecodeScript(bytesOf({{0, 0, 0}}) + plain("\n") + bytesOf({{0, 0, 0}}) + plain("\n"),
+                     QStringLiteral("SP"), 0, r2);
+    EXPECT_EQ(linesOf(t2), (QStringList{blanks(7), ""}));
+}
+
+TEST(ScriptDecode, AnOverflowingSumCorruptsTheWholeFile) {
+    struct Row {
+        const char* name;
+        QByteArray bytes;
+        int16_t stopLine;
+        qsizetype badRecord;
+    } rows[] = {
+        {"above the range", bytesOf({{0, 16384, 16384}}), 0, 1},
+        {"below the range", bytesOf({{0, -16384, -16385}}), 0, 1},
+        {"in an enciphered record", plain("ab") + bytesOf({{-1, -32768, -1}}), 0, 3},
+        {"after the stop line", plain("a\nb\n") + bytesOf({{0, 32767, 1}}), 1, 5},
+        {"after a zero code", bytesOf({{0, 0, 0}, {0, 20000, 20000}}), 0, 2},
+    };
+    for (const Row& r : rows) {
+        ScriptedRandom random{0.5};
+        const ScriptText t = DecodeScript(r.bytes, QStringLiteral("VO"), r.stopLine, random);
+        EXPECT_TRUE(t.corrupted) << r.name;
+        EXPECT_EQ(t.badRecord, r.badRecord) << r.name;
+        EXPECT_TRUE(t.lines.Empty()) << r.name;
+        EXPECT_EQ(random.randomizes, 0) << r.name << ": nothing is decoded before the check";
+    }
+}
+
+TEST(ScriptDecode, UnknownFamilyRepeatsThePrecedingCode) {
+    ScriptedRandom random{0.03};
+    // First record enciphered: no code before it, so 0 and blanks. Then each enciphered record
+    // takes the last code again, a line feed included.
+    const QByteArray bytes = bytesOf({{-1, 1, 2}}) + plain("a") +
+                             bytesOf({{-5, 100, 100}, {-32768, 9, 9}}) + plain("b\n") +
+                             bytesOf({{-2, 0, 0}}) + plain("c");
+    const ScriptText t = DecodeScript(bytes, QStringLiteral("XX"), 0, random);
+    EXPECT_EQ(linesOf(t), (QStringList{blanks(3) + "aaab", "", "c"}));
+}
+
+TEST(ScriptDecode, KeyMissingFromTheTableGivesBlanks) {
+    const SubstitutionTable* table = TableForFamily(QStringLiteral("RT"));
+    int16_t missing = 0;
+    bool found = false;
+    for (int k = -32768; k <= 32767 && !found; ++k)
+        if (table->Decode(static_cast<int16_t>(k)) == 0) {
+            missing = static_cast<int16_t>(k);
+            found = true;
+        }
+    ASSERT_TRUE(found);
+    ScriptedRandom random{0.12};
+    const QByteArray bytes = plain("x") + bytesOf({{-1, missing, 0}}) + plain("y");
+    EXPECT_EQ(linesOf(DecodeScript(bytes, QStringLiteral("RT"), 0, random)),
+              QStringList{"x" + blanks(12) + "y"});
+}
+
+TEST(ScriptRoundTrip, EveryFamilyReadsBackWhatWasWritten) {
+    const QStringList lines = {
+        QStringLiteral("第一课"),
+        QStringLiteral("Nǐ hǎo! 你好！"),
+        QString(),
+        QStringLiteral("  padded  "),
+        QStringLiteral("𠀀 beyond the basic plane, ü and ——"),
+        QString(), // a last empty line survives
+    };
+    for (const char* family : {"RT", "RW", "RQ", "SP", "VO", "XX"}) {
+        const QString f = QString::fromLatin1(family);
+        const QByteArray bytes = EncodeScriptLines(lines, f, 42);
+        EXPECT_EQ(bytes.size(), 6 * (lines.join(u'\n').size() + 1)) << family;
+        SeededRandom random;
+        EXPECT_EQ(linesOf(DecodeScript(bytes, f, 0, random)), lines) << family;
+    }
+    SeededRandom random;
+    EXPECT_TRUE(DecodeScript(EncodeScriptLines({}, QStringLiteral("RT"), 1), QStringLiteral("RT"),
+                             0, random)
+                    .lines.Empty());
+    EXPECT_EQ(linesOf(DecodeScript(EncodeScriptLines({QString()}, QStringLiteral("RT"), 1),
+                                   QStringLiteral("RT"), 0, random)),
+              QStringList{QString()});
+}
+
+TEST(ScriptRoundTrip, EveryCodeUnitAndKeySurvivesTheSplit) {
+    // All code units the reader keeps, in one line: every key of each table is split into two
+    // parts and must never overflow.
+    QString all;
+    for (int u = 1; u < 65536; ++u)
+        if (u != 10 && u != 13) all += QChar(static_cast<char16_t>(u));
+    for (const char* family : {"RT", "RW", "SP", "VO"}) {
+        const QString f = QString::fromLatin1(family);
+        for (quint64 seed : {1ULL, 99ULL}) {
+            SeededRandom random;
+            const ScriptText t = DecodeScript(EncodeScriptLines({all}, f, seed), f, 0, random);
+            ASSERT_FALSE(t.corrupted) << family;
+            ASSERT_EQ(t.lines.Count(), 1) << family;
+            EXPECT_TRUE(t.lines[1] == all) << family << " seed " << seed;
+        }
+    }
+}
+
+TEST(ScriptRoundTrip, RecordsAreEncipheredOnlyWhenAsked) {
+    const QStringList lines = {QStringLiteral("你们好"), QStringLiteral("abc")};
+    const QByteArray secret = EncodeScriptLines(lines, QStringLiteral("RW"), 7);
+    const QByteArray open = EncodeScriptLines(lines, QStringLiteral("RW"), 7, false);
+    EXPECT_EQ(secret, EncodeScriptLines(lines, QStringLiteral("RW"), 7)) << "same seed, same bytes";
+    EXPECT_NE(secret, EncodeScriptLines(lines, QStringLiteral("RW"), 8));
+    for (int r = 0; r + 6 <= secret.size(); r += 6) {
+        EXPECT_LT(ReadInt16LE(secret, r), 0) << "record " << r / 6 + 1;
+        EXPECT_GE(ReadInt16LE(open, r), 0) << "record " << r / 6 + 1;
+    }
+    // A plain file reads the same whatever the family.
+    for (const char* family : {"RT", "VO", "ZZ"}) {
+        SeededRandom random;
+        EXPECT_EQ(linesOf(DecodeScript(open, QString::fromLatin1(family), 0, random)), lines);
+    }
+}
+
+TEST(ScriptRoundTrip, AnotherTableGivesOtherText) {
+    const QStringList lines = {QStringLiteral("我是学生。"), QStringLiteral("Lesson one")};
+    const QByteArray bytes = EncodeScriptLines(lines, QStringLiteral("RT"), 3);
+    SeededRandom random;
+    // "RQ" shares the table of "RT".
+    EXPECT_EQ(linesOf(DecodeScript(bytes, QStringLiteral("RQ"), 0, random)), lines);
+    for (const char* family : {"RW", "SP", "VO"}) {
+        const QStringList got =
+            linesOf(DecodeScript(bytes, QString::fromLatin1(family), 0, random));
+        EXPECT_NE(got, lines) << family;
+        for (const QString& l : lines)
+            EXPECT_FALSE(got.join(u'\n').contains(l)) << family;
+    }
+}
+
+TEST(ReadScriptFile, FillsTheScriptLines) {
+    test::TestEnv env;
+    Runtime& rt = *env.rt;
+    const QStringList lines = {QStringLiteral("第三课"), QString(), QStringLiteral("end")};
+    ASSERT_TRUE(WriteScriptFile(env.files, env.Path("Lessons\\Script\\Lesson_3\\lifr.zvk"), lines,
+                                QStringLiteral("RT"), 5));
+    ReadScriptFile(rt, env.Path("Lessons\\Script\\Lesson_3\\lifr.zvk"), QStringLiteral("RT"), 0);
+    EXPECT_EQ(rt.app.ScriptLineCount, 3);
+    EXPECT_EQ(rt.app.ScriptLines.Count(), 3);
+    EXPECT_EQ(scriptLines(rt), lines);
+
+    ReadScriptFile(rt, env.Path("Lessons\\Script\\Lesson_3\\lifr.zvk"), QStringLiteral("RT"), 1);
+    EXPECT_EQ(scriptLines(rt), QStringList{lines[0]});
+    EXPECT_EQ(rt.app.ScriptLines.Count(), 1);
+    EXPECT_EQ(env.boxes.Count(), 0);
+
+    // Shorter than one record: empty, without a word, and the last lines are gone.
+    env.WriteFile("Lessons\\Title.zvk", QByteArray(5, 'x'));
+    ReadScriptFile(rt, env.Path("Lessons\\Title.zvk"), QStringLiteral("RT"), 0);
+    EXPECT_EQ(rt.app.ScriptLineCount, 0);
+    EXPECT_TRUE(rt.app.ScriptLines.Empty());
+    EXPECT_EQ(env.boxes.Count(), 0);
+}
+
+TEST(ReadScriptFile, UnreadableOrCorruptedFilesWarnAndLeaveNoLines) {
+    struct Row {
+        const char* name;
+        const char* file;
+    } rows[] = {
+        {"missing file", "Vocabulary\\ci9.zvk"},
+        {"a folder at the path", "Spoken\\Script.zvk"},
+        {"overflowing sum", "Lessons\\Title.zvk"},
+    };
+    test::TestEnv env;
+    Runtime& rt = *env.rt;
+    QDir(env.dir.path()).mkpath(QStringLiteral("Spoken/Script.zvk"));
+    env.WriteFile("Lessons\\Title.zvk", plain("ok\n") + bytesOf({{0, 20000, 20000}}));
+    env.WriteFile("good.zvk", plain("a\nb\n"));
+    for (const Row& r : rows) {
+        ReadScriptFile(rt, env.Path("good.zvk"), QStringLiteral("SP"), 0);
+        ASSERT_EQ(rt.app.ScriptLineCount, 2);
+        env.boxes.Clear();
+
+        const QString path = env.Path(QString::fromLatin1(r.file));
+        ReadScriptFile(rt, path, QStringLiteral("SP"), 0);
+        EXPECT_EQ(rt.app.ScriptLineCount, 0) << r.name;
+        EXPECT_TRUE(rt.app.ScriptLines.Empty()) << r.name;
+        ASSERT_EQ(env.boxes.Count(), 1) << r.name;
+        EXPECT_EQ(env.boxes.Last().text, "The file " + path + " is corrupted!") << r.name;
+        EXPECT_EQ(env.boxes.Last().title, QStringLiteral("Warning")) << r.name;
+        EXPECT_EQ(env.boxes.Last().flags, int{Mb::Exclamation}) << r.name;
+    }
+}
