@@ -1,0 +1,148 @@
+#include "shell/study.h"
+
+#include "core/script_file.h"
+#include "platform/runtime.h"
+#include "shell/study_file.h"
+
+#include <algorithm>
+
+namespace vt {
+
+std::array<TaskRowState, kTaskCount> TaskListState(int openLesson, int studyLesson, int studyTask) {
+    std::array<TaskRowState, kTaskCount> rows{};
+    for (int i = 0; i < kTaskCount; ++i) {
+        TaskRowState& row = rows[static_cast<size_t>(i)];
+        const int task = i + 1;
+        if (openLesson < studyLesson) {
+            row = {kTaskDone, true};
+        } else if (openLesson == studyLesson) {
+            if (task < studyTask)
+                row = {kTaskDone, true};
+            else if (task == studyTask)
+                row = {kTaskCurrent, true};
+            else
+                row = {kTaskAhead, false};
+        } else {
+            // A lesson ahead of the position may always be started with its first task.
+            row = {kTaskAhead, task == 1};
+        }
+    }
+    return rows;
+}
+
+int FocusTarget(int openLesson, int studyLesson, int studyTask) {
+    if (openLesson != studyLesson) return kAdditionalPage;
+    if (studyTask < 1 || studyTask > kTaskCount) return -1;
+    return studyTask - 1;
+}
+
+int MenuIndexForPosition(int studyLesson) {
+    return std::clamp(studyLesson, 1, kLessonCount) - 1;
+}
+
+bool AtStudyPosition(const AppState& app) {
+    return app.OpenLesson == app.StudyLesson && app.OpenTask == app.StudyTask;
+}
+
+bool AdvanceStudy(Runtime& rt) {
+    AppState& app = rt.app;
+    if (!AtStudyPosition(app)) return false;
+    ++app.StudyTask;
+    if (app.StudyTask > kTaskCount) {
+        if (app.StudyLesson == kLessonCount)
+            rt.MsgBox(
+                QStringLiteral("Congratulations! You have finished studying all the 140 lessons."),
+                Mb::Information, QStringLiteral("Notice"));
+        // The last lesson is not treated apart: the position goes on to lesson 141.
+        app.StudyTask = 1;
+        ++app.StudyLesson;
+    }
+    if (!SaveStudyPosition(rt))
+        rt.MsgBox(QStringLiteral("Your progress could not be saved in Study.zvk; the disk may be "
+                                 "full or write-protected. The program keeps your place (lesson "
+                                 "%1, task %2) until it is closed.")
+                      .arg(app.StudyLesson)
+                      .arg(app.StudyTask),
+                  Mb::Exclamation, QStringLiteral("Warning"));
+    UpdateTaskList(rt);
+    return true;
+}
+
+QString LessonScriptFolder(const AppState& app, int lesson) {
+    return app.AppPath + QStringLiteral("Lessons\\Script\\Lesson_%1\\").arg(lesson);
+}
+
+QString LessonSoundFolder(const AppState& app, int lesson) {
+    return app.AppPath + QStringLiteral("Lessons\\Sound\\Lesson_%1\\").arg(lesson);
+}
+
+void LoadLessonScripts(Runtime& rt) {
+    AppState& app = rt.app;
+    const QString folder = LessonScriptFolder(app, app.OpenLesson);
+    app.LessonWords.Erase();
+    app.TextLines.Erase();
+
+    // New words: groups of three lines (Pinyin, Chinese, English).
+    ReadScriptFile(rt, folder + QStringLiteral("icwp.zvk"), QStringLiteral("RW"), 0);
+    if (app.ScriptLineCount > 0) {
+        app.LessonWordRows = static_cast<int16_t>(app.ScriptLineCount / 3);
+        app.LessonWords.ReDim(app.LessonWordRows);
+        for (int i = 1; i <= app.LessonWordRows; ++i) {
+            LessonWord& w = app.LessonWords[i];
+            w.Pinyin = Trim(app.ScriptLines[3 * i - 2]);
+            w.Chinese = Trim(app.ScriptLines[3 * i - 1]);
+            w.Meaning = Trim(app.ScriptLines[3 * i]);
+        }
+    } else {
+        // No words read: the count stays as it was, over empty rows, so that nothing that walks
+        // the rows by the count ever reaches past the table.
+        app.LessonWords.ReDim(std::max<int>(app.LessonWordRows, 0));
+    }
+    app.ScriptLines.Erase();
+    app.ScriptLineCount = 0;
+
+    // The text: line 1 is not used; a read text starts on line 2, which is also its title; a TV
+    // play has its title on line 2 and its lines from line 3.
+    ReadScriptFile(rt, folder + QStringLiteral("lifr.zvk"), QStringLiteral("RT"), 0);
+    if (app.ScriptLineCount < 1) {
+        app.TextLineCount = 0;
+        return;
+    }
+    const bool tvPlay = app.OpenLesson >= kFirstTvPlay;
+    const int firstLine = tvPlay ? 3 : 2;
+    if (tvPlay) app.TextTitle = app.ScriptLineCount >= 2 ? app.ScriptLines[2] : QString();
+    for (int i = firstLine; i <= app.ScriptLineCount; ++i)
+        if (!app.ScriptLines[i].isEmpty()) app.TextLines.Append(app.ScriptLines[i]);
+    if (!tvPlay) app.TextTitle = app.TextLines.Empty() ? QString() : app.TextLines[1];
+    app.ScriptLines.Erase();
+    app.ScriptLineCount = 0;
+    app.TextLineCount = static_cast<int16_t>(app.TextLines.Count());
+}
+
+StackLayout ComputeStack(const StackHeights& h) {
+    const int total = h.mainHeight + h.dictionaryHeight + h.notepadHeight + h.belowHeight;
+    const int above = h.dictionaryHeight + h.notepadHeight;
+    StackLayout s;
+    s.left = static_cast<int>(RoundHalfEven((h.screenWidth - h.mainWidth) / 2.0));
+    s.mainTop = static_cast<int>(RoundHalfEven((h.screenHeight - total) / 2.0)) + above - 260;
+    s.dictionaryTop = s.mainTop - h.dictionaryHeight - h.pixel;
+    s.notepadTop = s.dictionaryTop - h.notepadHeight - h.pixel;
+    s.belowTop = s.mainTop + h.mainHeight + h.pixel;
+    return s;
+}
+
+const TaskStackRow& TaskStackFor(int buttonIndex) {
+    static const TaskStackRow rows[] = {
+        {1, "Text", "ListeningTV", "Notepad", "WordsPanel", true},
+        {2, "Typing", "Typing", nullptr, "Expressions_Related", true},
+        {3, "Vocabulary", "Vocabulary", nullptr, nullptr, true},
+        {4, "Exercise3", "Exercise3", nullptr, "Result1", false},
+        {5, "FindSentence", "FindSentence", nullptr, nullptr, false},
+        {6, "Text", "ListeningTV", nullptr, "Expressions_Related", true},
+        {7, "Question", "Question", nullptr, nullptr, false},
+        {8, "Newwords", "Newwords", nullptr, "Expressions_Related", true},
+    };
+    return rows[std::clamp(buttonIndex, 0, kAdditionalPage)];
+}
+
+} // namespace vt
