@@ -3,6 +3,7 @@
 #include "platform/runtime.h"
 #include "shell/about.h"
 #include "shell/background.h"
+#include "shell/begin1.h"
 #include "shell/load_data.h"
 #include "shell/study_file.h"
 
@@ -125,10 +126,12 @@ void Begin::timer2Tick() {
 
 Form* Begin::PanelForm(int index, bool load) {
     switch (index) {
+    case 1:
+        return load ? rt.forms.Load<Begin1>() : rt.forms.Get<Begin1>();
     case 4:
         return load ? rt.forms.Load<About>() : rt.forms.Get<About>();
     default:
-        return nullptr; // the lesson menu, assistants and settings plug in here
+        return nullptr; // the assistants and settings plug in here
     }
 }
 
