@@ -250,11 +250,15 @@ std::vector<float> SdlOutput::TakeTap() {
 VirtualOutput::VirtualOutput(VirtualClock& clock, int rate, int channels, int tickMs,
                              bool continuous)
     : owner_(std::make_unique<QObject>()) {
-    const int frames = rate * tickMs / 1000;
-    engine_ = std::make_unique<AudioEngine>(rate, channels, frames + rate * kAnswerMs / 1000);
-    block_.resize(size_t(frames) * size_t(channels));
+    const int most = (rate * tickMs + 999) / 1000;
+    engine_ = std::make_unique<AudioEngine>(rate, channels, most + rate * kAnswerMs / 1000);
+    block_.resize(size_t(most) * size_t(channels));
     timer_ = clock.CreateTimer(owner_.get(), QStringLiteral("SoundOutput"), tickMs, false);
-    timer_->OnTick = [this, frames, continuous] {
+    timer_->OnTick = [this, rate, tickMs, continuous] {
+        // Whole frames per tick, carrying the fractions, so the pace is exact over time.
+        ++ticks_;
+        const int frames = int(ticks_ * tickMs * rate / 1000 - (ticks_ - 1) * tickMs * rate / 1000);
+        block_.resize(size_t(frames) * size_t(engine_->Channels()));
         engine_->Mix(block_.data(), frames);
         recorded_.insert(recorded_.end(), block_.begin(), block_.end());
         if (!continuous && engine_->Idle()) timer_->SetEnabled(false);

@@ -159,6 +159,7 @@ private:
     Timer* timer_ = nullptr;
     std::vector<float> recorded_;
     std::vector<float> block_;
+    int64_t ticks_ = 0;
 };
 
 } // namespace vt

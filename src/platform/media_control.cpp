@@ -142,7 +142,7 @@ void MMControl::close() {
 int64_t MMControl::Position() const {
     if (!clip_) return 0;
     const int64_t frames = seekSet_ ? seekFrames_ : engine_.State(voice_).position;
-    return frames * 1000 / engine_.Rate();
+    return (frames * 1000 + engine_.Rate() / 2) / engine_.Rate();
 }
 
 int64_t MMControl::Length() const {

@@ -231,8 +231,12 @@ std::shared_ptr<const Clip> DecodeSound(const QByteArray& bytes, int rate, int c
             return nullptr;
         }
     }
+    // The converter holds back the last few hundred frames for its filter, and its flush drops
+    // them; a little silence behind the sound pushes them out, and the cut below removes it.
+    std::fill(chunk.begin(), chunk.end(), 0.0f);
+    SDL_AudioStreamPut(stream.get(), chunk.data(), int(chunk.size() * sizeof(float)));
     SDL_AudioStreamFlush(stream.get());
-    drain(stream.get(), clip->samples, maxSamples);
+    drain(stream.get(), clip->samples, maxSamples + chunk.size() * size_t(channels));
     if (clip->sourceFrames == 0) {
         setError(error, QStringLiteral("the file holds no sound"));
         return nullptr;
