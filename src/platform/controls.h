@@ -33,19 +33,20 @@ W* Add(Form* form, const QString& name, int left, int top, int width, int height
 
 // Moves a control, in twips.
 inline void MoveTwips(QWidget* w, int left, int top) {
-    w->move(TwipsToPx(left), TwipsToPx(top));
+    const QRect t = TwipsOf(w);
+    PlaceTwips(w, left, top, t.width(), t.height());
 }
 inline int LeftTwips(const QWidget* w) {
-    return PxToTwips(w->x());
+    return TwipsOf(w).x();
 }
 inline int TopTwips(const QWidget* w) {
-    return PxToTwips(w->y());
+    return TwipsOf(w).y();
 }
 inline int WidthTwips(const QWidget* w) {
-    return PxToTwips(w->width());
+    return TwipsOf(w).width();
 }
 inline int HeightTwips(const QWidget* w) {
-    return PxToTwips(w->height());
+    return TwipsOf(w).height();
 }
 
 class Label : public QLabel {

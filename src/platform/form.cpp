@@ -4,6 +4,7 @@
 #include "platform/runtime.h"
 #include "platform/screen.h"
 
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -200,7 +201,8 @@ void Form::SetFocus() {
 }
 
 void Form::raiseWithOwned() {
-    raise();
+    // A window of its own is raised by the window system; the offscreen test screen has none.
+    if (!isWindow() || QGuiApplication::platformName() != u"offscreen") raise();
     // Forms shown with this one as owner stay above it.
     for (Form* f : rt.forms.All())
         if (f != this && f->owner_ == this && f->Visible()) f->raiseWithOwned();

@@ -40,6 +40,7 @@ bool Forms::Unload(Form* form) {
     bool cancel = false;
     form->Form_Unload(cancel);
     if (cancel) return false;
+    if (OnUnloaded) OnUnloaded(form->objectName());
     // Forms shown with this one as owner go with it.
     for (Form* owned : All())
         if (owned != form && owned->Owner() == form) Unload(owned);

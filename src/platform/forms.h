@@ -51,6 +51,8 @@ public:
 
     // Called when the last form has been unloaded: the program ends.
     std::function<void()> OnLastUnloaded;
+    // Called with the name of each form whose unload went through, in order.
+    std::function<void(const QString&)> OnUnloaded;
 
 private:
     void registerForm(Form* form);

@@ -2,8 +2,27 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QVariant>
 
 namespace vt {
+
+namespace {
+constexpr const char* kTwipsProperty = "vtTwips";
+}
+
+void PlaceTwips(QWidget* w, int left, int top, int width, int height) {
+    w->setProperty(kTwipsProperty, QRect(left, top, width, height));
+    w->setGeometry(TwipsToPx(left, top, width, height));
+}
+
+QRect TwipsOf(const QWidget* w) {
+    const QVariant v = w->property(kTwipsProperty);
+    if (v.isValid()) {
+        const QRect t = v.toRect();
+        if (TwipsToPx(t.x(), t.y(), t.width(), t.height()) == w->geometry()) return t;
+    }
+    return {PxToTwips(w->x()), PxToTwips(w->y()), PxToTwips(w->width()), PxToTwips(w->height())};
+}
 
 namespace {
 QRect primary(bool available) {

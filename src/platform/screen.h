@@ -19,10 +19,12 @@ inline int PxToTwips(int px) {
 inline QRect TwipsToPx(int left, int top, int width, int height) {
     return QRect(TwipsToPx(left), TwipsToPx(top), TwipsToPx(width), TwipsToPx(height));
 }
-// Places a control at a position and size given in twips, relative to its parent.
-inline void PlaceTwips(QWidget* w, int left, int top, int width, int height) {
-    w->setGeometry(TwipsToPx(left, top, width, height));
-}
+// Places a control at a position and size given in twips, relative to its parent. The twips are
+// kept with the control, so that reading them back gives what was set and not a value rounded
+// through pixels.
+void PlaceTwips(QWidget* w, int left, int top, int width, int height);
+// The control's place in twips: as last set, while its pixels still agree; else from the pixels.
+QRect TwipsOf(const QWidget* w);
 
 class ScreenInfo {
 public:
