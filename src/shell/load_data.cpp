@@ -1,5 +1,7 @@
 #include "shell/load_data.h"
 
+#include "core/knowledge_base.h"
+#include "core/speech.h"
 #include "platform/runtime.h"
 #include "shell/begin.h"
 
@@ -30,6 +32,23 @@ void LoadData::Form_Load() {
 
 void LoadData::timer1Tick() {
     Timer1->SetEnabled(false);
+
+    // The bars follow the stages. The character bar moves once per word, tens of thousands of
+    // times: the bar itself repaints only when its fill visibly changes.
+    LoadProgress progress;
+    progress.Changed = [this, &progress](int bar) {
+        ProgressBar* widget = bar == VocabularyBar ? ProgressBar2
+                              : bar == SentenceBar ? ProgressBar3
+                                                   : ProgressBar4;
+        if (widget->Max() != progress.Max[bar]) widget->SetMax(progress.Max[bar]);
+        widget->setValue(progress.Value[bar]);
+    };
+    LoadTitles(rt, progress);
+    LoadWordsAndSentences(rt, progress);
+    BuildCharTable(rt, progress);
+
+    // The greeting goes on sounding after the panel has gone.
+    SpeakPinyin(rt, kGreeting);
     rt.forms.Unload(this);
 }
 

@@ -1,0 +1,85 @@
+// The loading panel on a small course: what its bars show when it leaves, the greeting, and the
+// hand-over to the main screen.
+
+#include "core/script_file.h"
+#include "platform/runtime.h"
+#include "shell/begin.h"
+#include "shell/load_data.h"
+#include "support/test_env.h"
+
+#include <gtest/gtest.h>
+
+using namespace vt;
+using vt::test::TestEnv;
+
+namespace {
+
+struct Bars {
+    int max[3] = {};
+    int value[3] = {};
+};
+
+void writeScript(TestEnv& env, const QString& rel, const QStringList& lines,
+                 const QString& family) {
+    env.WriteFile(rel, EncodeScriptLines(lines, family, 11));
+}
+
+TEST(LoadDataForm, FillsTheTablesShowsTheBarsGreetsAndHandsOverToTheMainScreen) {
+    TestEnv env;
+    Runtime& rt = *env.rt;
+    writeScript(env, "Lessons\\Title.zvk", {"Hello", "Your name"}, "RT");
+    for (int n : {1, 2, 5}) {
+        const QString folder = QStringLiteral("Lessons\\Script\\Lesson_%1\\").arg(n);
+        writeScript(env, folder + "icwp.zvk",
+                    {"n.i3 h.ao3", "你好", "hello", "zh.ong1 g.uo2", "中国", "China"}, "RW");
+        writeScript(env, folder + "lifr.zvk", {"Title", "你好！", "再见！"}, "RT");
+    }
+    writeScript(env, "Vocabulary\\ci1.zvk", {"sh.u1", "书", "book"}, "VO");
+
+    // The bars as they stand when the panel goes.
+    Bars bars;
+    bool sawPanel = false;
+    rt.forms.OnUnloaded = [&](const QString& name) {
+        if (name != LoadData::kName) return;
+        LoadData* form = rt.forms.Get<LoadData>();
+        ASSERT_NE(form, nullptr);
+        sawPanel = true;
+        int i = 0;
+        for (ProgressBar* bar : {form->ProgressBar2, form->ProgressBar3, form->ProgressBar4}) {
+            bars.max[i] = bar->Max();
+            bars.value[i] = bar->Value();
+            ++i;
+        }
+    };
+
+    Begin* begin = rt.forms.Load<Begin>();
+    ASSERT_NE(begin, nullptr);
+    env.clock.Advance(200);
+    ASSERT_NE(rt.forms.Get<LoadData>(), nullptr);
+    EXPECT_EQ(rt.app.WordCount, 0) << "nothing loads before the panel's own tick";
+    env.clock.Advance(200);
+
+    EXPECT_EQ(rt.forms.Get<LoadData>(), nullptr);
+    ASSERT_TRUE(sawPanel);
+    EXPECT_EQ(bars.max[0], 160);
+    EXPECT_EQ(bars.value[0], 4);
+    EXPECT_EQ(bars.max[1], 140);
+    EXPECT_EQ(bars.value[1], 3);
+    EXPECT_EQ(bars.max[2], 7);
+    EXPECT_EQ(bars.value[2], 7);
+
+    EXPECT_EQ(rt.app.TitleList[2], "Your name");
+    EXPECT_EQ(rt.app.SentenceCount, 6);
+    EXPECT_EQ(rt.app.CharCount, 5);
+    EXPECT_EQ(env.boxes.Count(), 0);
+
+    // The greeting is queued syllable by syllable, even with no sound system behind it.
+    ASSERT_EQ(rt.app.SpeechSyllableCount, 8);
+    EXPECT_EQ(rt.app.SpeechQueue[1].Sound, "huan1");
+    EXPECT_EQ(rt.app.SpeechQueue[8].Sound, "ya3");
+
+    EXPECT_TRUE(begin->Timer2->Enabled());
+    rt.forms.Unload(begin);
+}
+
+} // namespace
