@@ -1,0 +1,138 @@
+// The start-up load of the knowledge base on a full-size made-up course, measured side by side
+// with what cannot be avoided (reading the files' bytes) and with the plain row-by-row build of
+// the character table. Prints a table; asserts nothing.
+//
+//   bench_knowledge_base [runs]     (default 5; the best run of each is shown)
+
+#include "core/knowledge_base.h"
+#include "course_generator.h"
+#include "platform/runtime.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+
+using namespace vt;
+
+namespace {
+
+double nowMs() {
+    using namespace std::chrono;
+    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
+}
+
+// Resident memory of this process in MiB, from the kernel's own account.
+double residentMiB() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly)) return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ')[0].toDouble() / 1024;
+    return 0;
+}
+
+// The program's services, real ones except the screen, on the generated data folder.
+struct Services {
+    explicit Services(const QString& appPath) {
+        rt = std::make_unique<Runtime>(time, boxes, random, files, screen);
+        rt->app.AppPath = appPath;
+    }
+    QtTimeService time;
+    ScriptedMessageBoxes boxes;
+    ClockRandom random;
+    FileStore files;
+    FixedScreenInfo screen;
+    std::unique_ptr<Runtime> rt;
+};
+
+template <class F> double best(int runs, F&& f) {
+    double bestMs = 1e300;
+    for (int i = 0; i < runs; ++i) {
+        const double t0 = nowMs();
+        f();
+        bestMs = std::min(bestMs, nowMs() - t0);
+    }
+    return bestMs;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
+    const double rssAtStart = residentMiB();
+
+    QTemporaryDir dir;
+    const QString appPath = dir.path() + u'/';
+    FileStore files;
+    const double g0 = nowMs();
+    const coursegen::CourseFiles course = coursegen::GenerateCourse(files, appPath);
+    const double generateMs = nowMs() - g0;
+    qint64 bytes = 0;
+    for (const QString& p : course.paths)
+        bytes += QFile(FileStore::Resolve(p)).size();
+
+    // The floor: every byte of every file, read whole.
+    const double readMs = best(runs, [&] {
+        qint64 n = 0;
+        for (const QString& p : course.paths)
+            n += files.ReadAll(p).value_or(QByteArray()).size();
+        if (n != bytes) std::printf("short read: %lld of %lld bytes\n", n, bytes);
+    });
+
+    // The whole load as the program runs it, and its stages, each on fresh tables.
+    double titlesAndWordsMs = 1e300, charTableMs = 1e300, loadMs = 1e300;
+    std::unique_ptr<Services> kept;
+    for (int i = 0; i < runs; ++i) {
+        auto s = std::make_unique<Services>(appPath);
+        LoadProgress progress;
+        const double t0 = nowMs();
+        LoadTitles(*s->rt, progress);
+        LoadWordsAndSentences(*s->rt, progress);
+        const double t1 = nowMs();
+        BuildCharTable(*s->rt, progress);
+        const double t2 = nowMs();
+        titlesAndWordsMs = std::min(titlesAndWordsMs, t1 - t0);
+        charTableMs = std::min(charTableMs, t2 - t1);
+        loadMs = std::min(loadMs, t2 - t0);
+        kept = std::move(s);
+    }
+    const double rssAfterLoad = residentMiB();
+    const AppState& kb = kept->rt->app;
+
+    // The plain build of the character table, row by row, on the same words.
+    const CharEntry firstIndexed = kb.CharTable[1];
+    const int16_t indexedCount = kb.CharCount;
+    LoadProgress progress;
+    const double s0 = nowMs();
+    BuildCharTableByScanning(*kept->rt, progress);
+    const double scanMs = nowMs() - s0;
+    const bool same =
+        kb.CharCount == indexedCount && kb.CharTable[1].Character == firstIndexed.Character;
+
+    int readings = 0;
+    for (const CharEntry& e : kb.CharTable)
+        readings += e.ReadingCount;
+
+    std::printf("course: %lld files, %.2f MB, generated in %.0f ms\n",
+                static_cast<long long>(course.paths.size()), bytes / 1e6, generateMs);
+    std::printf("tables: %d words (%d from lessons), %d sentences, %d characters with %d "
+                "readings, %d messages\n",
+                kb.WordCount, kb.LessonWordCount, kb.SentenceCount, kb.CharCount, readings,
+                kept->boxes.Count());
+    std::printf("best of %d runs:\n", runs);
+    std::printf("  %-44s %9.1f ms\n", "read all file bytes", readMs);
+    std::printf("  %-44s %9.1f ms\n", "titles, words and sentences", titlesAndWordsMs);
+    std::printf("  %-44s %9.1f ms\n", "character table, indexed", charTableMs);
+    std::printf("  %-44s %9.1f ms   (%.2f x reading the bytes; aim <= 5)\n", "whole load", loadMs,
+                loadMs / readMs);
+    std::printf("  %-44s %9.1f ms   (%.0f x the indexed build; aim >= 20)%s\n",
+                "character table, row-by-row search (1 run)", scanMs, scanMs / charTableMs,
+                same ? "" : "   RESULTS DIFFER");
+    std::printf("resident memory: %.1f MiB at start, %.1f MiB with the tables loaded\n", rssAtStart,
+                rssAfterLoad);
+    return 0;
+}
