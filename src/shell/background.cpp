@@ -1,6 +1,7 @@
 #include "shell/background.h"
 
 #include "core/pinyin.h"
+#include "core/speech.h"
 #include "platform/runtime.h"
 #include "shell/begin.h"
 #include "shell/start_or_not.h"
@@ -85,6 +86,15 @@ Background::~Background() {
 }
 
 void Background::Form_Load() {
+    if (rt.sound) {
+        for (MMControl* player : {rt.sound->MMControl1, rt.sound->MMControl2}) {
+            player->SetNotify(player == rt.sound->MMControl2);
+            player->SetWait(false);
+            player->SetShareable(false);
+            player->SetDeviceType(QStringLiteral("WaveAudio"));
+            player->SetTimeFormat(0);
+        }
+    }
     rt.app.AppPath = rt.ProgramFolder;
     const LocalZone zone = GetLocalTZ(rt.time.Zone(), rt.time.Now());
     ZoneName = zone.name;

@@ -1,5 +1,6 @@
 #include "shell/begin.h"
 
+#include "core/speech.h"
 #include "platform/runtime.h"
 #include "shell/about.h"
 #include "shell/background.h"
@@ -153,6 +154,8 @@ void Begin::Image3_Click(int index) {
     if (Form* panel = PanelForm(index, true)) {
         MoveToPanelArea(panel);
         panel->Show(this);
+        // The label is spoken last, once its panel is on the screen.
+        SpeakPinyin(rt, QString::fromUtf8(kButtons[index].spoken));
     }
 }
 

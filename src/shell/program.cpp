@@ -1,5 +1,6 @@
 #include "shell/program.h"
 
+#include "core/speech.h"
 #include "platform/application.h"
 #include "platform/runtime.h"
 #include "shell/start_or_not.h"
@@ -17,11 +18,16 @@ int RunProgram(Application& app) {
     Runtime rt(time, boxes, random, files, screen);
     rt.ProgramFolder = QDir(QCoreApplication::applicationDirPath()).absolutePath() + u'/';
     rt.forms.OnLastUnloaded = [] { QCoreApplication::quit(); };
+    // One sound device for the whole run, opened before the first form speaks.
+    std::unique_ptr<SoundSystem> sound = SoundSystem::CreateForProgram(time);
+    sound->Attach(rt);
+    qInfo("Vantoria 2007: sound goes to %s", qPrintable(sound->OutputDescription()));
     app.setQuitOnLastWindowClosed(false);
 
     rt.forms.Load<StartOrNot>();
     if (rt.forms.All().empty()) return 0;
     const int code = app.exec();
+    rt.forms.OnLastUnloaded = nullptr;
     return code;
 }
 

@@ -117,8 +117,14 @@ TEST_F(StartChain, ButtonsSelectHoverAndRestore) {
     Begin* begin = startToMenu();
     ASSERT_NE(begin, nullptr);
 
-    // About opens in the panel area; the lesson button goes back to neutral.
+    for (const auto& row : rt.app.SpeechQueue)
+        EXPECT_NE(row.Sound, u"ke4") << "the lesson button was selected, not clicked";
+
+    // About opens in the panel area and its label is spoken; the lesson button goes neutral.
     vt::test::Click(begin->Image3[4]);
+    ASSERT_EQ(rt.app.SpeechSyllableCount, 2);
+    EXPECT_EQ(rt.app.SpeechQueue[1].Sound, u"guan1");
+    EXPECT_EQ(rt.app.SpeechQueue[2].Sound, u"yu2");
     About* about = rt.forms.Get<About>();
     ASSERT_NE(about, nullptr);
     EXPECT_TRUE(about->Visible());
@@ -130,8 +136,10 @@ TEST_F(StartChain, ButtonsSelectHoverAndRestore) {
 
     // A click on the selected button does nothing at all.
     about->Move(0, 0);
+    rt.app.SpeechQueue.Erase();
     vt::test::Click(begin->Image3[4]);
     EXPECT_EQ(about->Left(), 0);
+    EXPECT_TRUE(rt.app.SpeechQueue.Empty()) << "and speaks nothing";
 
     // A button without its panel yet is selected and shows nothing; About is hidden, not gone.
     vt::test::Click(begin->Image3[2]);
