@@ -7,12 +7,15 @@
 namespace vt {
 
 const QString& SampleCharacters() {
-    static const QString chars = QStringLiteral(
-        "爱爸妈早晨扫地田方拿起抹布擦桌子笑了也晚上灯在下看报送杯热茶爷和小树我的家门口有棵冬天到给穿"
-        "暖衣裳不冷夏撑开绿色伞大鸟鱼飞来只对那是机条游去海底潜水艇比尾巴谁长短好像把猴兔松鼠弯扁最公鸡"
-        "鸭孔雀影前后个黑狗常跟着左右朋友陪秋气凉叶黄片从落空么蓝高群雁往南会儿排成人字啊神奇塔江边座星"
-        "说多离们这近月亮美就盏明宫问什广播电视它很能让彩世界坐船梦里向太见球山平原还岛屿洋中国河万城自"
-        "己您带泳吗溪深过几学鹰想风");
+    static const QString chars = QStringLiteral("爱爸妈早晨扫地田方拿起抹布擦桌子笑了也晚上灯在下看"
+                                                "报送杯热茶爷和小树我的家门口有棵冬天到给穿"
+                                                "暖衣裳不冷夏撑开绿色伞大鸟鱼飞来只对那是机条游去海"
+                                                "底潜水艇比尾巴谁长短好像把猴兔松鼠弯扁最公鸡"
+                                                "鸭孔雀影前后个黑狗常跟着左右朋友陪秋气凉叶黄片从落"
+                                                "空么蓝高群雁往南会儿排成人字啊神奇塔江边座星"
+                                                "说多离们这近月亮美就盏明宫问什广播电视它很能让彩世"
+                                                "界坐船梦里向太见球山平原还岛屿洋中国河万城自"
+                                                "己您带泳吗溪深过几学鹰想风");
     return chars;
 }
 
@@ -20,18 +23,20 @@ namespace {
 
 // Quarter-twip offsets keep every sum exact in a 32-bit float.
 constexpr std::array<float, kStrokeKeyCount> kOffsets = {
-    1873.25f, -612.5f, 2409.75f, -1555.0f, 377.5f,  -2980.25f, 1164.0f, -88.75f,  3301.5f,
-    -1027.25f, 745.0f, -2251.5f, 2890.25f, -419.0f, 1598.75f,  -3312.0f, 96.5f,   -1740.75f};
+    1873.25f,  -612.5f, 2409.75f, -1555.0f, 377.5f,  -2980.25f, 1164.0f,  -88.75f, 3301.5f,
+    -1027.25f, 745.0f,  -2251.5f, 2890.25f, -419.0f, 1598.75f,  -3312.0f, 96.5f,   -1740.75f};
 
 void putFloat(char* at, float v) {
     uint32_t bits;
     std::memcpy(&bits, &v, 4);
-    for (int i = 0; i < 4; ++i) at[i] = static_cast<char>((bits >> (8 * i)) & 0xFF);
+    for (int i = 0; i < 4; ++i)
+        at[i] = static_cast<char>((bits >> (8 * i)) & 0xFF);
 }
 
 float getFloat(const char* at) {
     uint32_t bits = 0;
-    for (int i = 0; i < 4; ++i) bits |= static_cast<uint32_t>(static_cast<uint8_t>(at[i])) << (8 * i);
+    for (int i = 0; i < 4; ++i)
+        bits |= static_cast<uint32_t>(static_cast<uint8_t>(at[i])) << (8 * i);
     float v;
     std::memcpy(&v, &bits, 4);
     return v;

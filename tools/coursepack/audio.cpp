@@ -1,9 +1,9 @@
 #include "audio.h"
 
-#include <QProcess>
-#include <QTemporaryFile>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
+#include <QTemporaryFile>
 #include <algorithm>
 #include <atomic>
 #include <cmath>
@@ -26,7 +26,8 @@ uint16_t le16(const char* p) {
     return static_cast<uint16_t>(static_cast<uint8_t>(p[0]) | static_cast<uint8_t>(p[1]) << 8);
 }
 void put32(QByteArray& b, uint32_t v) {
-    for (int i = 0; i < 4; ++i) b.append(static_cast<char>((v >> (8 * i)) & 0xFF));
+    for (int i = 0; i < 4; ++i)
+        b.append(static_cast<char>((v >> (8 * i)) & 0xFF));
 }
 void put16(QByteArray& b, uint16_t v) {
     b.append(static_cast<char>(v & 0xFF));
@@ -105,11 +106,14 @@ void TrimSilence(Pcm& pcm, float threshold, int marginMs) {
     auto& s = pcm.samples;
     if (s.empty()) return;
     float peak = 0;
-    for (float v : s) peak = std::max(peak, std::fabs(v));
+    for (float v : s)
+        peak = std::max(peak, std::fabs(v));
     const float level = std::max(threshold * peak, 1e-4f);
     size_t first = 0, last = s.size();
-    while (first < s.size() && std::fabs(s[first]) < level) ++first;
-    while (last > first && std::fabs(s[last - 1]) < level) --last;
+    while (first < s.size() && std::fabs(s[first]) < level)
+        ++first;
+    while (last > first && std::fabs(s[last - 1]) < level)
+        --last;
     if (first >= last) {
         s.clear();
         return;
@@ -117,7 +121,8 @@ void TrimSilence(Pcm& pcm, float threshold, int marginMs) {
     const size_t margin = static_cast<size_t>(pcm.rate) * static_cast<size_t>(marginMs) / 1000;
     first = first > margin ? first - margin : 0;
     last = std::min(s.size(), last + margin);
-    s = std::vector<float>(s.begin() + static_cast<long>(first), s.begin() + static_cast<long>(last));
+    s = std::vector<float>(s.begin() + static_cast<long>(first),
+                           s.begin() + static_cast<long>(last));
     // Short fades so a cut never clicks.
     const size_t fade = std::min(s.size() / 2, static_cast<size_t>(pcm.rate) * 4 / 1000);
     for (size_t i = 0; i < fade; ++i) {
@@ -131,7 +136,8 @@ void EvenLoudness(Pcm& pcm, float targetRms, float peakLimit) {
     auto& s = pcm.samples;
     if (s.empty()) return;
     float peak = 0;
-    for (float v : s) peak = std::max(peak, std::fabs(v));
+    for (float v : s)
+        peak = std::max(peak, std::fabs(v));
     if (peak <= 0) return;
     // Loudness of the voiced part only: pauses inside a sentence must not make it louder.
     double sum = 0;
@@ -144,11 +150,13 @@ void EvenLoudness(Pcm& pcm, float targetRms, float peakLimit) {
     if (count == 0) return;
     const float rms = static_cast<float>(std::sqrt(sum / static_cast<double>(count)));
     const float gain = std::min(targetRms / rms, peakLimit / peak);
-    for (float& v : s) v *= gain;
+    for (float& v : s)
+        v *= gain;
 }
 
 void AppendSilence(Pcm& pcm, int ms) {
-    pcm.samples.resize(pcm.samples.size() + static_cast<size_t>(pcm.rate) * static_cast<size_t>(ms) / 1000, 0.0f);
+    pcm.samples.resize(
+        pcm.samples.size() + static_cast<size_t>(pcm.rate) * static_cast<size_t>(ms) / 1000, 0.0f);
 }
 
 bool SpeechAvailable() {
@@ -163,25 +171,33 @@ Pcm SpeakPinyin(const QString& pinyin, const Voice& voice, QString* error) {
     QProcess p;
     p.start(QStringLiteral("espeak-ng"),
             {QStringLiteral("-v"), name, QStringLiteral("-p"), QString::number(voice.pitch),
-             QStringLiteral("-s"), QString::number(voice.speed), QStringLiteral("--stdout"), pinyin});
+             QStringLiteral("-s"), QString::number(voice.speed), QStringLiteral("--stdout"),
+             pinyin});
     if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
-        if (error) *error = QStringLiteral("espeak-ng could not speak \"%1\": %2").arg(pinyin, p.errorString());
+        if (error)
+            *error =
+                QStringLiteral("espeak-ng could not speak \"%1\": %2").arg(pinyin, p.errorString());
         return {};
     }
     Pcm pcm = DecodeWav(p.readAllStandardOutput());
     TrimSilence(pcm);
     EvenLoudness(pcm);
-    if (pcm.samples.empty() && error) *error = QStringLiteral("espeak-ng said nothing for \"%1\"").arg(pinyin);
+    if (pcm.samples.empty() && error)
+        *error = QStringLiteral("espeak-ng said nothing for \"%1\"").arg(pinyin);
     return pcm;
 }
 
 Pcm VerdictSound(const QString& name) {
     // Each sound is a few notes: (frequency Hz, length ms); 0 Hz is a rest.
     std::vector<std::pair<double, int>> notes;
-    if (name == QStringLiteral("right")) notes = {{880, 110}, {1318.5, 220}};
-    else if (name == QStringLiteral("wrong")) notes = {{220, 160}, {0, 40}, {185, 280}};
-    else if (name == QStringLiteral("careful")) notes = {{660, 90}, {0, 70}, {660, 90}, {0, 70}, {660, 90}};
-    else notes = {{523.25, 100}, {659.25, 100}, {783.99, 100}, {1046.5, 220}};
+    if (name == QStringLiteral("right"))
+        notes = {{880, 110}, {1318.5, 220}};
+    else if (name == QStringLiteral("wrong"))
+        notes = {{220, 160}, {0, 40}, {185, 280}};
+    else if (name == QStringLiteral("careful"))
+        notes = {{660, 90}, {0, 70}, {660, 90}, {0, 70}, {660, 90}};
+    else
+        notes = {{523.25, 100}, {659.25, 100}, {783.99, 100}, {1046.5, 220}};
     Pcm pcm;
     const bool buzz = name == QStringLiteral("wrong");
     for (const auto& [hz, ms] : notes) {
@@ -193,7 +209,8 @@ Pcm VerdictSound(const QString& name) {
             double v = 0;
             if (hz > 0) {
                 const double ph = 2 * std::numbers::pi * hz * t;
-                v = buzz ? 0.6 * std::sin(ph) + 0.3 * std::sin(3 * ph) : std::sin(ph) + 0.25 * std::sin(2 * ph);
+                v = buzz ? 0.6 * std::sin(ph) + 0.3 * std::sin(3 * ph)
+                         : std::sin(ph) + 0.25 * std::sin(2 * ph);
             }
             pcm.samples.push_back(static_cast<float>(0.45 * env * v));
         }
@@ -216,7 +233,9 @@ QByteArray EncodeMp3(const Pcm& pcm, QString* error) {
     info.format = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
     SNDFILE* f = sf_open(name.constData(), SFM_WRITE, &info);
     if (!f) {
-        if (error) *error = QStringLiteral("libsndfile cannot write MP3 here: %1").arg(QString::fromUtf8(sf_strerror(nullptr)));
+        if (error)
+            *error = QStringLiteral("libsndfile cannot write MP3 here: %1")
+                         .arg(QString::fromUtf8(sf_strerror(nullptr)));
         return {};
     }
     double quality = 0.3; // VBR quality: 0 best .. 1 smallest
@@ -233,7 +252,9 @@ struct MemoryFile {
     const QByteArray* bytes;
     sf_count_t pos = 0;
 };
-sf_count_t vLength(void* u) { return static_cast<MemoryFile*>(u)->bytes->size(); }
+sf_count_t vLength(void* u) {
+    return static_cast<MemoryFile*>(u)->bytes->size();
+}
 sf_count_t vSeek(sf_count_t off, int whence, void* u) {
     auto* m = static_cast<MemoryFile*>(u);
     sf_count_t base = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? m->pos : m->bytes->size();
@@ -247,8 +268,12 @@ sf_count_t vRead(void* ptr, sf_count_t count, void* u) {
     m->pos += n;
     return n;
 }
-sf_count_t vWrite(const void*, sf_count_t, void*) { return 0; }
-sf_count_t vTell(void* u) { return static_cast<MemoryFile*>(u)->pos; }
+sf_count_t vWrite(const void*, sf_count_t, void*) {
+    return 0;
+}
+sf_count_t vTell(void* u) {
+    return static_cast<MemoryFile*>(u)->pos;
+}
 } // namespace
 
 Pcm DecodeSoundFile(const QByteArray& bytes) {
@@ -262,7 +287,8 @@ Pcm DecodeSoundFile(const QByteArray& bytes) {
     std::vector<float> buf(4096 * static_cast<size_t>(std::max(1, info.channels)));
     sf_count_t got;
     while ((got = sf_readf_float(f, buf.data(), 4096)) > 0)
-        for (sf_count_t i = 0; i < got; ++i) pcm.samples.push_back(buf[static_cast<size_t>(i * info.channels)]);
+        for (sf_count_t i = 0; i < got; ++i)
+            pcm.samples.push_back(buf[static_cast<size_t>(i * info.channels)]);
     sf_close(f);
     return pcm;
 }
@@ -270,12 +296,15 @@ Pcm DecodeSoundFile(const QByteArray& bytes) {
 void RunParallel(const std::vector<std::function<void()>>& jobs, int workers) {
     std::atomic<size_t> next{0};
     auto work = [&]() {
-        for (size_t i; (i = next.fetch_add(1)) < jobs.size();) jobs[i]();
+        for (size_t i; (i = next.fetch_add(1)) < jobs.size();)
+            jobs[i]();
     };
     std::vector<std::thread> threads;
-    for (int w = 1; w < std::max(1, workers); ++w) threads.emplace_back(work);
+    for (int w = 1; w < std::max(1, workers); ++w)
+        threads.emplace_back(work);
     work();
-    for (auto& t : threads) t.join();
+    for (auto& t : threads)
+        t.join();
 }
 
 } // namespace vt::coursepack

@@ -17,7 +17,9 @@ inline constexpr int kSampleRate = 22050;
 struct Pcm {
     int rate = kSampleRate;
     std::vector<float> samples;
-    int Milliseconds() const { return static_cast<int>(samples.size() * 1000 / static_cast<size_t>(rate)); }
+    int Milliseconds() const {
+        return static_cast<int>(samples.size() * 1000 / static_cast<size_t>(rate));
+    }
 };
 
 // A speaking voice: a variant of the Pinyin voice with its pitch and speed.

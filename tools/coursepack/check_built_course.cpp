@@ -39,8 +39,12 @@ void checkStrokes(const QString& data, const QString& npm) {
         }
         const auto points = DecodeStrokeRecords(*bytes);
         for (const StrokePoint& p : points)
-            if (!p.IsSeparator() && (p.x < 0 || p.y < 0 || p.x > kStrokeAreaTwips || p.y > kStrokeAreaTwips)) {
-                fault(QStringLiteral("Characters/%1.zvk: point (%2, %3) outside the drawing area").arg(n).arg(p.x).arg(p.y));
+            if (!p.IsSeparator() &&
+                (p.x < 0 || p.y < 0 || p.x > kStrokeAreaTwips || p.y > kStrokeAreaTwips)) {
+                fault(QStringLiteral("Characters/%1.zvk: point (%2, %3) outside the drawing area")
+                          .arg(n)
+                          .arg(p.x)
+                          .arg(p.y));
                 break;
             }
         if (points.empty() || !points.back().IsSeparator())
@@ -52,19 +56,26 @@ void checkStrokes(const QString& data, const QString& npm) {
         TraceFromJson(json.readAll(), &expected);
         if (CountStrokes(points) != expected)
             fault(QStringLiteral("Characters/%1.zvk (%2): %3 strokes, the stroke data has %4")
-                      .arg(n).arg(chars[n - 1]).arg(CountStrokes(points)).arg(expected));
+                      .arg(n)
+                      .arg(chars[n - 1])
+                      .arg(CountStrokes(points))
+                      .arg(expected));
     }
 }
 
 // Every script file whose rows begin with dotted Pinyin, with its family.
 std::vector<std::pair<QString, QString>> pinyinFiles(const QString& data) {
     std::vector<std::pair<QString, QString>> out;
-    for (int n = 1; n <= 140; ++n) out.push_back({QStringLiteral("Lessons/Script/Lesson_%1/icwp.zvk").arg(n), QStringLiteral("RW")});
+    for (int n = 1; n <= 140; ++n)
+        out.push_back(
+            {QStringLiteral("Lessons/Script/Lesson_%1/icwp.zvk").arg(n), QStringLiteral("RW")});
     for (int n = 1; n <= 20; ++n) {
         out.push_back({QStringLiteral("Vocabulary/ci%1.zvk").arg(n), QStringLiteral("VO")});
         out.push_back({QStringLiteral("Spoken/Script_%1.zvk").arg(n), QStringLiteral("SP")});
     }
-    for (int n = 1; QFile::exists(FileStore::Resolve(data + QStringLiteral("/Spoken/Script%1.zvk").arg(n))); ++n)
+    for (int n = 1;
+         QFile::exists(FileStore::Resolve(data + QStringLiteral("/Spoken/Script%1.zvk").arg(n)));
+         ++n)
         out.push_back({QStringLiteral("Spoken/Script%1.zvk").arg(n), QStringLiteral("SP")});
     return out;
 }
@@ -99,18 +110,22 @@ void checkRecordings(const QString& data) {
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     QCommandLineParser cli;
-    const QCommandLineOption dataOpt(QStringLiteral("data"), QStringLiteral("The data folder."), QStringLiteral("dir"));
-    const QCommandLineOption npmOpt(QStringLiteral("npm"), QStringLiteral("Folder with node_modules."), QStringLiteral("dir"));
+    const QCommandLineOption dataOpt(QStringLiteral("data"), QStringLiteral("The data folder."),
+                                     QStringLiteral("dir"));
+    const QCommandLineOption npmOpt(
+        QStringLiteral("npm"), QStringLiteral("Folder with node_modules."), QStringLiteral("dir"));
     cli.addOptions({dataOpt, npmOpt});
     cli.process(app);
     const QString data = cli.value(dataOpt);
     if (!QFile::exists(data + QStringLiteral("/Lessons/Title.zvk"))) {
-        std::printf("skipped: no course has been built into %s (run scripts/build_course.sh)\n", qPrintable(data));
+        std::printf("skipped: no course has been built into %s (run scripts/build_course.sh)\n",
+                    qPrintable(data));
         return 77;
     }
     QString npm = cli.value(npmOpt);
     if (!QDir(npm + QStringLiteral("/node_modules/hanzi-writer-data")).exists()) {
-        std::printf("note: no stroke data in %s; stroke counts are not compared\n", qPrintable(npm));
+        std::printf("note: no stroke data in %s; stroke counts are not compared\n",
+                    qPrintable(npm));
         npm.clear();
     }
     checkStrokes(data, npm);

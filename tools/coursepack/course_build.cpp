@@ -44,36 +44,43 @@ struct SpeechJob {
     Voice voice;
     Pcm result;
     QString error;
+    SourcePlace place; // the sentence in the sources, when it comes from there
 };
 
 } // namespace
 
 QString SyllableFile(const QString& syllable) {
-    return QStringLiteral("Phonetic Symbols\\") + syllable.left(1).toUpper() + u'\\' + syllable + QStringLiteral(".wav");
+    return QStringLiteral("Phonetic Symbols\\") + syllable.left(1).toUpper() + u'\\' + syllable +
+           QStringLiteral(".wav");
 }
 
 const std::vector<std::pair<QString, QString>>& NumberSymbols() {
     static const std::vector<std::pair<QString, QString>> symbols = {
-        {"0", "ling2"}, {"1", "yi1"},   {"a", "yao1"},   {"2", "er4"},   {"n", "liang3"},
-        {"l", "liang2"}, {"3", "san1"}, {"4", "si4"},    {"5", "wu3"},   {"v", "wu2"},
-        {"6", "liu4"},  {"7", "qi1"},   {"8", "ba1"},    {"9", "jiu3"},  {"i", "jiu2"},
-        {"s", "shi2"},  {"b", "bai3"},  {"q", "qian1"},  {"w", "wan4"},  {"y", "yi4"},
-        {"z", "zhao4"}, {"d", "dian3"}, {"f", "fu4"},    {"t", "di4"},   {"p", "bai3 fen1 zhi1"}};
+        {"0", "ling2"},  {"1", "yi1"},   {"a", "yao1"},  {"2", "er4"},  {"n", "liang3"},
+        {"l", "liang2"}, {"3", "san1"},  {"4", "si4"},   {"5", "wu3"},  {"v", "wu2"},
+        {"6", "liu4"},   {"7", "qi1"},   {"8", "ba1"},   {"9", "jiu3"}, {"i", "jiu2"},
+        {"s", "shi2"},   {"b", "bai3"},  {"q", "qian1"}, {"w", "wan4"}, {"y", "yi4"},
+        {"z", "zhao4"},  {"d", "dian3"}, {"f", "fu4"},   {"t", "di4"},  {"p", "bai3 fen1 zhi1"}};
     return symbols;
 }
 
-std::set<QString> NeededSyllables(const Course& course, const std::vector<VocabularyEntry>& vocabulary) {
+std::set<QString> NeededSyllables(const Course& course,
+                                  const std::vector<VocabularyEntry>& vocabulary, bool wholeTable) {
     std::set<QString> out;
-    for (const SyllableInfo& s : AllSyllables())
+    for (const SyllableInfo& s : wholeTable ? AllSyllables() : std::vector<SyllableInfo>{})
         for (int t = 1; t <= 4; ++t)
             if (s.tones[static_cast<size_t>(t - 1)]) out.insert(s.plain() + QString::number(t));
     for (const Lesson& l : course.lessons)
-        for (const Word& w : l.words) addSyllables(out, w.dotted);
+        for (const Word& w : l.words)
+            addSyllables(out, w.dotted);
     for (const auto& f : course.categories)
-        for (const SentenceRow& r : f) addSyllables(out, r.dotted);
+        for (const SentenceRow& r : f)
+            addSyllables(out, r.dotted);
     for (const auto& f : course.sentenceFiles)
-        for (const SentenceRow& r : f) addSyllables(out, r.dotted);
-    for (const VocabularyEntry& e : vocabulary) addSyllables(out, e.dotted);
+        for (const SentenceRow& r : f)
+            addSyllables(out, r.dotted);
+    for (const VocabularyEntry& e : vocabulary)
+        addSyllables(out, e.dotted);
     return out;
 }
 
@@ -85,14 +92,18 @@ public:
         : course_(c), lexicon_(lex), options_(o), files_(f), report_(r) {}
 
     bool Run() {
-        for (const QString& w : course_.warnings) report_.warnings << w;
+        for (const QString& w : course_.warnings)
+            report_.warnings << w;
         for (const Lesson& l : course_.lessons)
-            for (const Word& w : l.words) lexicon_.AddCourseReading(w.chinese, w.numeric);
+            for (const Word& w : l.words)
+                lexicon_.AddCourseReading(w.chinese, w.numeric);
         const int room = kMaxRows - course_.LessonWordCount();
         const std::vector<VocabularyEntry> vocabulary =
             lexicon_.EntryCount() > 0 ? BuildVocabulary(lexicon_, course_, std::min(28000, room))
                                       : std::vector<VocabularyEntry>{};
-        if (lexicon_.EntryCount() == 0) report_.warnings << QStringLiteral("no dictionary data: the vocabulary files are not made");
+        if (lexicon_.EntryCount() == 0)
+            report_.warnings << QStringLiteral(
+                "no dictionary data: the vocabulary files are not made");
         report_.vocabularyEntries = static_cast<int>(vocabulary.size());
 
         QString error;
@@ -101,10 +112,14 @@ public:
         if (!error.isEmpty()) return failed(error);
         if (!writeStrokes()) return false;
         if (!writePictures()) return false;
-        for (const QString name : {QStringLiteral("right"), QStringLiteral("wrong"), QStringLiteral("careful"), QStringLiteral("carryon")})
-            if (!write(QStringLiteral("Sound\\") + name + QStringLiteral(".WAV"), EncodeWav(VerdictSound(name)))) return false;
+        for (const QString name : {QStringLiteral("right"), QStringLiteral("wrong"),
+                                   QStringLiteral("careful"), QStringLiteral("carryon")})
+            if (!write(QStringLiteral("Sound\\") + name + QStringLiteral(".WAV"),
+                       EncodeWav(VerdictSound(name))))
+                return false;
         if (!options_.audio) return report_.errors.isEmpty();
-        if (!SpeechAvailable()) return failed(QStringLiteral("espeak-ng is not installed: no recordings can be made"));
+        if (!SpeechAvailable())
+            return failed(QStringLiteral("espeak-ng is not installed: no recordings can be made"));
         return writeSpeech(vocabulary) && report_.errors.isEmpty();
     }
 
@@ -115,7 +130,8 @@ private:
     }
     bool write(const QString& relative, const QByteArray& bytes) {
         if (files_.WriteAll(DataPath(options_.outDir, relative), bytes)) return true;
-        return failed(QStringLiteral("could not write %1").arg(DataPath(options_.outDir, relative)));
+        return failed(
+            QStringLiteral("could not write %1").arg(DataPath(options_.outDir, relative)));
     }
 
     bool writeStrokes() {
@@ -127,10 +143,17 @@ private:
         for (int n = 1; n <= chars.size(); ++n) {
             QFile f(StrokeJsonPath(options_.npmDir, chars[n - 1]));
             if (!f.open(QIODevice::ReadOnly))
-                return failed(QStringLiteral("no stroke data for %1 (sample %2): run scripts/fetch_course_data.sh").arg(chars[n - 1]).arg(n));
+                return failed(
+                    QStringLiteral(
+                        "no stroke data for %1 (sample %2): run scripts/fetch_course_data.sh")
+                        .arg(chars[n - 1])
+                        .arg(n));
             const auto trace = TraceFromJson(f.readAll());
-            if (trace.empty()) return failed(QStringLiteral("the stroke data of %1 has no strokes").arg(chars[n - 1]));
-            if (!write(QStringLiteral("Characters\\%1.zvk").arg(n), EncodeStrokeRecords(trace))) return false;
+            if (trace.empty())
+                return failed(
+                    QStringLiteral("the stroke data of %1 has no strokes").arg(chars[n - 1]));
+            if (!write(QStringLiteral("Characters\\%1.zvk").arg(n), EncodeStrokeRecords(trace)))
+                return false;
             ++report_.strokeFiles;
         }
         return true;
@@ -140,8 +163,9 @@ private:
         for (const Lesson& l : course_.lessons) {
             if (!l.present || !l.IsPlay() || l.playLines.empty()) continue;
             for (int i = 1; i <= l.pictureCount; ++i) {
-                if (!write(QStringLiteral("Lessons\\Picture\\Lesson_%1\\%2.jpg").arg(l.number).arg(i),
-                           JpegBytes(DrawPlayPicture(l, i, l.pictureCount))))
+                if (!write(
+                        QStringLiteral("Lessons\\Picture\\Lesson_%1\\%2.jpg").arg(l.number).arg(i),
+                        JpegBytes(DrawPlayPicture(l, i, l.pictureCount))))
                     return false;
                 ++report_.pictures;
             }
@@ -153,7 +177,10 @@ private:
         int unknown = 0;
         const QString p = lexicon_.ToSpokenPinyin(chinese, &unknown);
         if (unknown > 0)
-            report_.warnings << place.Text() + QStringLiteral(": %1 character(s) without a reading are not spoken").arg(unknown);
+            report_.warnings << place.Text() +
+                                    QStringLiteral(
+                                        ": %1 character(s) without a reading are not spoken")
+                                        .arg(unknown);
         return p;
     }
 
@@ -162,7 +189,7 @@ private:
         std::vector<SpeechJob> jobs;
         std::vector<QString> targets; // file for each job; empty for a line of a play
         const Voice teacher = TeacherVoice();
-        for (const QString& s : NeededSyllables(course_, vocabulary)) {
+        for (const QString& s : NeededSyllables(course_, vocabulary, options_.wholeSyllableTable)) {
             jobs.push_back({s, teacher, {}, {}});
             targets.push_back(SyllableFile(s));
         }
@@ -173,43 +200,61 @@ private:
         for (const Lesson& l : course_.lessons) {
             if (!l.present || l.IsPlay()) continue;
             for (int i = 0; i < l.textLines.size(); ++i) {
-                jobs.push_back({spoken(l.textLines[i], l.textPlaces[static_cast<size_t>(i)]), teacher, {}, {}});
-                targets.push_back(QStringLiteral("Lessons\\Sound\\Lesson_%1\\%2.wav").arg(l.number).arg(i + 1));
+                jobs.push_back({spoken(l.textLines[i], l.textPlaces[static_cast<size_t>(i)]),
+                                teacher,
+                                {},
+                                {},
+                                l.textPlaces[static_cast<size_t>(i)]});
+                targets.push_back(
+                    QStringLiteral("Lessons\\Sound\\Lesson_%1\\%2.wav").arg(l.number).arg(i + 1));
             }
         }
         QSet<QString> names;
         auto dialogLine = [&](const DialogLine& d) {
             if (names.contains(d.soundName)) return;
             names.insert(d.soundName);
-            jobs.push_back({spoken(d.chinese, d.place), teacher, {}, {}});
+            jobs.push_back({spoken(d.chinese, d.place), teacher, {}, {}, d.place});
             targets.push_back(QStringLiteral("Spoken\\Sound\\") + d.soundName);
         };
         for (const Dialog& d : course_.dialogs) {
             dialogLine(d.ask);
-            for (const DialogLine& r : d.replies) dialogLine(r);
+            for (const DialogLine& r : d.replies)
+                dialogLine(r);
         }
         if (!course_.dialogs.empty()) {
             jobs.push_back({QStringLiteral("zai4 jian4."), teacher, {}, {}});
             targets.push_back(QStringLiteral("Spoken\\Sound\\b.wav"));
         }
-        struct PlayRange { const Lesson* lesson; size_t first; };
+        struct PlayRange {
+            const Lesson* lesson;
+            size_t first;
+        };
         std::vector<PlayRange> plays;
         for (const Lesson& l : course_.lessons) {
             if (!l.present || !l.IsPlay() || l.playLines.empty()) continue;
             plays.push_back({&l, jobs.size()});
             for (const PlayLine& pl : l.playLines) {
-                jobs.push_back({spoken(pl.text, pl.place), VoiceNamed(pl.voice), {}, {}});
+                jobs.push_back({spoken(pl.text, pl.place), VoiceNamed(pl.voice), {}, {}, pl.place});
                 targets.push_back(QString());
             }
         }
 
         std::vector<std::function<void()>> work;
-        for (SpeechJob& j : jobs) work.push_back([&j] { j.result = SpeakPinyin(j.pinyin, j.voice, &j.error); });
+        for (SpeechJob& j : jobs)
+            work.push_back([&j] {
+                if (j.pinyin.isEmpty())
+                    j.error = QStringLiteral("no character of the sentence has a known reading; "
+                                             "give its words in a lesson");
+                else
+                    j.result = SpeakPinyin(j.pinyin, j.voice, &j.error);
+            });
         RunParallel(work, options_.workers);
 
         for (size_t i = 0; i < jobs.size(); ++i) {
             if (targets[i].isEmpty()) continue;
-            if (jobs[i].result.samples.empty()) return failed(targets[i] + QStringLiteral(": ") + jobs[i].error);
+            if (jobs[i].result.samples.empty())
+                return failed((jobs[i].place.file.isEmpty() ? targets[i] : jobs[i].place.Text()) +
+                              QStringLiteral(": ") + jobs[i].error);
             if (!write(targets[i], EncodeWav(jobs[i].result))) return false;
             ++report_.recordings;
         }
@@ -228,15 +273,26 @@ private:
             const SpeechJob& j = jobs[first + i];
             const PlayLine& pl = l.playLines[i];
             if (j.result.samples.empty()) {
-                report_.errors << pl.place.Text() + QStringLiteral(": the line gives no sound, so it would have no timing in the track (%1)").arg(j.error);
+                report_.errors << pl.place.Text() +
+                                      QStringLiteral(": the line gives no sound, so it would have "
+                                                     "no timing in the track (%1)")
+                                          .arg(j.error);
                 return false;
             }
-            const auto from = static_cast<int32_t>(track.samples.size() * 1000 / static_cast<size_t>(track.rate));
-            track.samples.insert(track.samples.end(), j.result.samples.begin(), j.result.samples.end());
-            const auto to = static_cast<int32_t>((track.samples.size() * 1000 + static_cast<size_t>(track.rate) - 1) / static_cast<size_t>(track.rate));
+            const auto from =
+                static_cast<int32_t>(track.samples.size() * 1000 / static_cast<size_t>(track.rate));
+            track.samples.insert(track.samples.end(), j.result.samples.begin(),
+                                 j.result.samples.end());
+            const auto to = static_cast<int32_t>(
+                (track.samples.size() * 1000 + static_cast<size_t>(track.rate) - 1) /
+                static_cast<size_t>(track.rate));
             for (int32_t v : {from, to})
-                for (int b = 0; b < 4; ++b) positions.append(static_cast<char>((static_cast<uint32_t>(v) >> (8 * b)) & 0xFF));
-            AppendSilence(track, i + 1 < l.playLines.size() && l.playLines[i + 1].speaker == pl.speaker ? 350 : 700);
+                for (int b = 0; b < 4; ++b)
+                    positions.append(
+                        static_cast<char>((static_cast<uint32_t>(v) >> (8 * b)) & 0xFF));
+            AppendSilence(
+                track,
+                i + 1 < l.playLines.size() && l.playLines[i + 1].speaker == pl.speaker ? 350 : 700);
         }
         AppendSilence(track, 300);
         QString error;
@@ -247,10 +303,17 @@ private:
         const int records = static_cast<int>(positions.size() / 8);
         const int32_t lastTo = ReadInt32(positions, records - 1, 4);
         if (records != static_cast<int>(l.playLines.size()) || lastTo > length)
-            return failed(l.playPlace.Text() + QStringLiteral(": the track has %1 line timings ending at %2 ms for %3 lines in %4 ms")
-                                                  .arg(records).arg(lastTo).arg(l.playLines.size()).arg(length));
+            return failed(
+                l.playPlace.Text() +
+                QStringLiteral(
+                    ": the track has %1 line timings ending at %2 ms for %3 lines in %4 ms")
+                    .arg(records)
+                    .arg(lastTo)
+                    .arg(l.playLines.size())
+                    .arg(length));
         if (!write(QStringLiteral("Lessons\\Sound\\%1.mp3").arg(l.number), mp3)) return false;
-        if (!write(QStringLiteral("Lessons\\Script\\Lesson_%1\\yeap.zvk").arg(l.number), positions)) return false;
+        if (!write(QStringLiteral("Lessons\\Script\\Lesson_%1\\yeap.zvk").arg(l.number), positions))
+            return false;
         ++report_.tracks;
         return true;
     }
@@ -258,7 +321,8 @@ private:
     static int32_t ReadInt32(const QByteArray& b, int record, int offset) {
         if (record < 0) return 0;
         uint32_t v = 0;
-        for (int i = 0; i < 4; ++i) v |= static_cast<uint32_t>(static_cast<uint8_t>(b[record * 8 + offset + i])) << (8 * i);
+        for (int i = 0; i < 4; ++i)
+            v |= static_cast<uint32_t>(static_cast<uint8_t>(b[record * 8 + offset + i])) << (8 * i);
         return static_cast<int32_t>(v);
     }
 
@@ -271,8 +335,8 @@ private:
 
 } // namespace
 
-bool BuildCourse(const Course& course, Lexicon& lexicon, const BuildOptions& options, FileStore& files,
-                 BuildReport& report) {
+bool BuildCourse(const Course& course, Lexicon& lexicon, const BuildOptions& options,
+                 FileStore& files, BuildReport& report) {
     return Builder(course, lexicon, options, files, report).Run();
 }
 

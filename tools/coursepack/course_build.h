@@ -18,9 +18,10 @@ namespace vt::coursepack {
 
 struct BuildOptions {
     QString outDir;
-    QString npmDir;     // where node_modules of the data packages lies; empty: none
-    bool audio = true;  // recordings and tracks (needs espeak-ng)
-    int workers = 2;    // espeak-ng processes at a time
+    QString npmDir;                 // where node_modules of the data packages lies; empty: none
+    bool audio = true;              // recordings and tracks (needs espeak-ng)
+    int workers = 2;                // espeak-ng processes at a time
+    bool wholeSyllableTable = true; // every syllable of the table, not only those the course uses
 };
 
 struct BuildReport {
@@ -37,7 +38,9 @@ struct BuildReport {
 // The syllable recordings a course needs: every syllable and tone the table lists, and every
 // syllable the course's Pinyin uses (a neutral syllable is played with its first tone).
 // Each entry is the file name without extension: "zhong1".
-std::set<QString> NeededSyllables(const Course& course, const std::vector<VocabularyEntry>& vocabulary);
+std::set<QString> NeededSyllables(const Course& course,
+                                  const std::vector<VocabularyEntry>& vocabulary,
+                                  bool wholeTable = true);
 
 // "Phonetic Symbols\Z\zhong1.wav"
 QString SyllableFile(const QString& syllable);

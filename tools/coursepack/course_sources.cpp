@@ -18,7 +18,8 @@ QString SourcePlace::Text() const {
 
 int Course::LessonWordCount() const {
     int n = 0;
-    for (const Lesson& l : lessons) n += static_cast<int>(l.words.size());
+    for (const Lesson& l : lessons)
+        n += static_cast<int>(l.words.size());
     return n;
 }
 
@@ -137,7 +138,8 @@ bool Reader::readLines(const QString& rel, std::vector<SourceLine>& lines, bool 
         lines.push_back({i + 1, t});
     }
     // A last blank line says nothing.
-    while (!lines.empty() && lines.back().text.isEmpty()) lines.pop_back();
+    while (!lines.empty() && lines.back().text.isEmpty())
+        lines.pop_back();
     return true;
 }
 
@@ -164,7 +166,8 @@ bool Reader::pinyinField(const QString& file, int line, const QString& numeric, 
 void Reader::Run() {
     course_ = Course{};
     course_.lessons.resize(kLessonCount);
-    for (int i = 0; i < kLessonCount; ++i) course_.lessons[static_cast<size_t>(i)].number = i + 1;
+    for (int i = 0; i < kLessonCount; ++i)
+        course_.lessons[static_cast<size_t>(i)].number = i + 1;
     course_.categories.resize(kCategoryCount);
     readTitles();
     readLessons();
@@ -180,7 +183,8 @@ void Reader::readTitles() {
         fail(shown(rel), 0, QStringLiteral("the file of lesson titles is missing"));
         return;
     }
-    for (const SourceLine& l : lines) course_.titles << Trim(l.text);
+    for (const SourceLine& l : lines)
+        course_.titles << Trim(l.text);
     if (course_.titles.size() != kLessonCount) {
         const int at = course_.titles.size() > kLessonCount ? lines[kLessonCount].number : 0;
         fail(shown(rel), at,
@@ -198,12 +202,14 @@ void Reader::readLessons() {
     for (const QString& name : names) {
         const QString rel = QStringLiteral("lessons/") + name;
         if (!threeDigits.match(name).hasMatch()) {
-            fail(shown(rel), 0, QStringLiteral("a lesson folder is named by three digits, 001 to 140"));
+            fail(shown(rel), 0,
+                 QStringLiteral("a lesson folder is named by three digits, 001 to 140"));
             continue;
         }
         const int n = name.toInt();
         if (n < 1 || n > kLessonCount) {
-            fail(shown(rel), 0, QStringLiteral("lesson number %1 is out of range: lessons are 1 to 140").arg(n));
+            fail(shown(rel), 0,
+                 QStringLiteral("lesson number %1 is out of range: lessons are 1 to 140").arg(n));
             continue;
         }
         readLesson(course_.lessons[static_cast<size_t>(n - 1)], rel);
@@ -219,17 +225,24 @@ void Reader::readLesson(Lesson& lesson, const QString& rel) {
     if (lesson.IsPlay()) {
         if (hasText)
             fail(shown(rel + QStringLiteral("/text.txt")), 0,
-                 QStringLiteral("lesson %1 is a TV play: its lines go in play.txt").arg(lesson.number));
-        if (hasPlay) readPlay(lesson, rel + QStringLiteral("/play.txt"));
-        else warn(shown(rel), 0, QStringLiteral("the TV play has no play.txt"));
+                 QStringLiteral("lesson %1 is a TV play: its lines go in play.txt")
+                     .arg(lesson.number));
+        if (hasPlay)
+            readPlay(lesson, rel + QStringLiteral("/play.txt"));
+        else
+            warn(shown(rel), 0, QStringLiteral("the TV play has no play.txt"));
     } else {
         if (hasPlay)
             fail(shown(rel + QStringLiteral("/play.txt")), 0,
-                 QStringLiteral("lesson %1 is a read text: TV plays are lessons 81 to 140").arg(lesson.number));
-        if (hasText) readText(lesson, rel + QStringLiteral("/text.txt"));
-        else warn(shown(rel), 0, QStringLiteral("the lesson has no text.txt"));
+                 QStringLiteral("lesson %1 is a read text: TV plays are lessons 81 to 140")
+                     .arg(lesson.number));
+        if (hasText)
+            readText(lesson, rel + QStringLiteral("/text.txt"));
+        else
+            warn(shown(rel), 0, QStringLiteral("the lesson has no text.txt"));
     }
-    if (d.exists(QStringLiteral("questions.txt"))) readQuestions(lesson, rel + QStringLiteral("/questions.txt"));
+    if (d.exists(QStringLiteral("questions.txt")))
+        readQuestions(lesson, rel + QStringLiteral("/questions.txt"));
 }
 
 void Reader::readWords(Lesson& lesson, const QString& rel) {
@@ -239,7 +252,8 @@ void Reader::readWords(Lesson& lesson, const QString& rel) {
     for (const SourceLine& l : lines) {
         const QStringList f = l.text.split(u'|');
         if (f.size() != 3) {
-            fail(file, l.number, QStringLiteral("a word is written \"pinyin | Chinese | English\""));
+            fail(file, l.number,
+                 QStringLiteral("a word is written \"pinyin | Chinese | English\""));
             continue;
         }
         Word w{Trim(f[0]), QString(), Trim(f[1]), Trim(f[2]), {file, l.number}};
@@ -303,7 +317,8 @@ void Reader::readPlay(Lesson& lesson, const QString& rel) {
         QString value;
         if (!titleSeen) {
             if (!keyword(l.text, "title", value) || value.isEmpty()) {
-                fail(file, l.number, QStringLiteral("the play begins with \"title: <the play's title line>\""));
+                fail(file, l.number,
+                     QStringLiteral("the play begins with \"title: <the play's title line>\""));
                 return;
             }
             lesson.playTitle = value;
@@ -313,7 +328,8 @@ void Reader::readPlay(Lesson& lesson, const QString& rel) {
         }
         if (keyword(l.text, "voices", value)) {
             if (!lesson.playLines.empty()) {
-                fail(file, l.number, QStringLiteral("the voices are given before the first spoken line"));
+                fail(file, l.number,
+                     QStringLiteral("the voices are given before the first spoken line"));
                 continue;
             }
             static const QRegularExpression sep(QStringLiteral("[,，]"));
@@ -334,8 +350,10 @@ void Reader::readPlay(Lesson& lesson, const QString& rel) {
         if (keyword(l.text, "pictures", value)) {
             bool ok = false;
             const int n = value.toInt(&ok);
-            if (!ok || n < 1 || n > 9) fail(file, l.number, QStringLiteral("a play has 1 to 9 pictures"));
-            else lesson.pictureCount = n;
+            if (!ok || n < 1 || n > 9)
+                fail(file, l.number, QStringLiteral("a play has 1 to 9 pictures"));
+            else
+                lesson.pictureCount = n;
             continue;
         }
         qsizetype colon = -1;
@@ -347,7 +365,8 @@ void Reader::readPlay(Lesson& lesson, const QString& rel) {
         const QString speaker = colon > 0 ? l.text.left(colon).trimmed() : QString();
         const QString said = colon > 0 ? l.text.mid(colon + 1).trimmed() : QString();
         if (speaker.isEmpty()) {
-            fail(file, l.number, QStringLiteral("a spoken line is written \"Speaker: Chinese text\""));
+            fail(file, l.number,
+                 QStringLiteral("a spoken line is written \"Speaker: Chinese text\""));
             continue;
         }
         if (ChineseOnly(said).isEmpty()) {
@@ -362,10 +381,12 @@ void Reader::readPlay(Lesson& lesson, const QString& rel) {
         fail(file, 0, QStringLiteral("the play begins with \"title: <the play's title line>\""));
         return;
     }
-    if (lesson.playLines.empty()) fail(file, lesson.playPlace.line, QStringLiteral("the play has no spoken lines"));
+    if (lesson.playLines.empty())
+        fail(file, lesson.playPlace.line, QStringLiteral("the play has no spoken lines"));
     // Speakers without a voice take the free voices in order.
     std::set<QString> used;
-    for (const auto& [who, v] : voices) used.insert(v);
+    for (const auto& [who, v] : voices)
+        used.insert(v);
     int next = 0;
     for (PlayLine& pl : lesson.playLines) {
         auto it = voices.find(pl.speaker);
@@ -392,7 +413,8 @@ void Reader::readQuestions(Lesson& lesson, const QString& rel) {
         if (q.options.isEmpty())
             fail(file, q.place.line, QStringLiteral("the question has no options"));
         else if (rights == 0)
-            fail(file, q.place.line, QStringLiteral("the question has no right option (mark it with \"#\")"));
+            fail(file, q.place.line,
+                 QStringLiteral("the question has no right option (mark it with \"#\")"));
         else
             lesson.questions.push_back(q);
         q = Question{};
@@ -451,11 +473,14 @@ void Reader::readDialogs() {
         }
         out.soundName = SentenceSoundName(out.english);
         if (out.soundName == QStringLiteral("b.wav")) {
-            fail(file, l.number, QStringLiteral("\"%1\" would be recorded as b.wav, which is kept for the farewell").arg(out.english));
+            fail(file, l.number,
+                 QStringLiteral("\"%1\" would be recorded as b.wav, which is kept for the farewell")
+                     .arg(out.english));
             return false;
         }
         auto it = names.find(out.soundName);
-        if (it != names.end() && (it->second.english != out.english || it->second.chinese != out.chinese)) {
+        if (it != names.end() &&
+            (it->second.english != out.english || it->second.chinese != out.chinese)) {
             fail(file, l.number,
                  QStringLiteral("\"%1\" would be recorded as %2, like \"%3\" on line %4")
                      .arg(out.english, out.soundName, it->second.english)
@@ -471,7 +496,8 @@ void Reader::readDialogs() {
         if (!open) return;
         const int n = static_cast<int>(d.replies.size());
         if (n < 2 || n > 5)
-            fail(file, d.ask.place.line, QStringLiteral("a dialog has two to five replies, this one has %1").arg(n));
+            fail(file, d.ask.place.line,
+                 QStringLiteral("a dialog has two to five replies, this one has %1").arg(n));
         else
             course_.dialogs.push_back(d);
         d = Dialog{};
@@ -493,8 +519,9 @@ void Reader::readDialogs() {
     }
     finish();
     if (course_.dialogs.size() == 8)
-        fail(file, 0, QStringLiteral("with exactly eight dialogs the program says that no dialog "
-                                     "files were found; write one more or one less"));
+        fail(file, 0,
+             QStringLiteral("with exactly eight dialogs the program says that no dialog "
+                            "files were found; write one more or one less"));
 }
 
 bool Reader::readRowFile(const QString& rel, std::vector<SentenceRow>& rows) {
@@ -504,7 +531,8 @@ bool Reader::readRowFile(const QString& rel, std::vector<SentenceRow>& rows) {
     for (const SourceLine& l : lines) {
         const QStringList f = l.text.split(u'|');
         if (f.size() != 3) {
-            fail(file, l.number, QStringLiteral("a sentence is written \"pinyin | Chinese | English\""));
+            fail(file, l.number,
+                 QStringLiteral("a sentence is written \"pinyin | Chinese | English\""));
             continue;
         }
         SentenceRow r{Trim(f[0]), QString(), Trim(f[1]), Trim(f[2]), false, {file, l.number}};
@@ -519,7 +547,10 @@ bool Reader::readRowFile(const QString& rel, std::vector<SentenceRow>& rows) {
             const int syllables = CountSyllables(r.dotted);
             if (chars != syllables) {
                 fail(file, l.number,
-                     QStringLiteral("\"%1\" has %2 characters but %3 syllables").arg(r.chinese).arg(chars).arg(syllables));
+                     QStringLiteral("\"%1\" has %2 characters but %3 syllables")
+                         .arg(r.chinese)
+                         .arg(chars)
+                         .arg(syllables));
                 continue;
             }
         }
@@ -539,7 +570,8 @@ void Reader::readRows() {
         if (auto m = category.match(name); m.hasMatch()) {
             const int k = m.captured(1).toInt();
             if (m.captured(1).size() != 2 || k < 1 || k > kCategoryCount) {
-                fail(shown(rel), 0, QStringLiteral("the categories are category_01.txt to category_20.txt"));
+                fail(shown(rel), 0,
+                     QStringLiteral("the categories are category_01.txt to category_20.txt"));
                 continue;
             }
             readRowFile(rel, course_.categories[static_cast<size_t>(k - 1)]);
@@ -566,12 +598,15 @@ void Reader::checkLimits() {
     const int words = course_.LessonWordCount();
     if (words > kMaxRows)
         fail(shown(QStringLiteral("lessons")), 0,
-             QStringLiteral("the lessons hold %1 words, past the table limit of 32,767 rows").arg(words));
+             QStringLiteral("the lessons hold %1 words, past the table limit of 32,767 rows")
+                 .arg(words));
     int sentences = 0;
-    for (const Lesson& l : course_.lessons) sentences += static_cast<int>(l.IsPlay() ? l.playLines.size() : l.textLines.size());
+    for (const Lesson& l : course_.lessons)
+        sentences += static_cast<int>(l.IsPlay() ? l.playLines.size() : l.textLines.size());
     if (sentences > kMaxRows)
         fail(shown(QStringLiteral("lessons")), 0,
-             QStringLiteral("the texts hold %1 sentences, past the table limit of 32,767 rows").arg(sentences));
+             QStringLiteral("the texts hold %1 sentences, past the table limit of 32,767 rows")
+                 .arg(sentences));
     int rows = 0;
     auto perFile = [&](const std::vector<SentenceRow>& f) {
         rows += static_cast<int>(f.size());
@@ -581,11 +616,15 @@ void Reader::checkLimits() {
                      .arg(f.size())
                      .arg(f.size() * 3));
     };
-    for (const auto& f : course_.categories) perFile(f);
-    for (const auto& f : course_.sentenceFiles) perFile(f);
+    for (const auto& f : course_.categories)
+        perFile(f);
+    for (const auto& f : course_.sentenceFiles)
+        perFile(f);
     if (rows > kMaxRows)
         fail(shown(QStringLiteral("spoken")), 0,
-             QStringLiteral("the sentence finder would hold %1 rows, past the table limit of 32,767 rows").arg(rows));
+             QStringLiteral(
+                 "the sentence finder would hold %1 rows, past the table limit of 32,767 rows")
+                 .arg(rows));
 }
 
 } // namespace

@@ -92,10 +92,10 @@ struct Dialog {
 };
 
 struct Course {
-    QStringList titles; // 140
+    QStringList titles;          // 140
     std::vector<Lesson> lessons; // index 0 is lesson 1
     std::vector<Dialog> dialogs;
-    std::vector<std::vector<SentenceRow>> categories; // 20, index 0 is category 1
+    std::vector<std::vector<SentenceRow>> categories;    // 20, index 0 is category 1
     std::vector<std::vector<SentenceRow>> sentenceFiles; // index 0 is sentences_1.txt
     std::vector<QString> warnings;
     int LessonWordCount() const;
@@ -106,9 +106,9 @@ struct Course {
 // lower case, with ".wav".
 QString SentenceSoundName(const QString& english);
 
-// Reads and checks the course folder. On faults the result is empty and errors lists them all,
-// in file order. displayRoot is what file names are shown relative to (the folder holding the
-// course folder, as a rule).
+// Reads and checks the course folder. On faults errors lists them all, in file order, and the
+// course must not be built. File names in messages begin with the course folder's own name
+// ("course/lessons/003/words.txt").
 bool ReadCourse(const QString& courseDir, Course& course, std::vector<SourceError>& errors);
 
 // Numeric Pinyin of a row, where a pattern may hold "..." or "……" between syllables: each run

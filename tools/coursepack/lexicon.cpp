@@ -54,14 +54,16 @@ QString CedictToNumeric(const QString& pinyin) {
 }
 
 QStringList CleanMeanings(const QStringList& definitions) {
-    static const QRegularExpression pair(QStringLiteral("[^\\s|\\[\\],;]+\\|([^\\s\\[\\],;]+)"));
+    static const QRegularExpression pair(QStringLiteral("[^\\s|\\[\\],;:]+\\|([^\\s\\[\\],;]+)"));
     static const QRegularExpression reading(QStringLiteral("\\[[^\\]]*\\]"));
     QStringList out;
     for (QString d : definitions) {
         d = d.trimmed();
         const QString lower = d.toLower();
-        if (d.isEmpty() || lower.contains(QStringLiteral("variant of")) || lower.startsWith(QStringLiteral("surname ")) ||
-            lower.startsWith(QStringLiteral("see ")) || lower.startsWith(QStringLiteral("used in ")))
+        if (d.isEmpty() || lower.contains(QStringLiteral("variant of")) ||
+            lower.startsWith(QStringLiteral("surname ")) ||
+            lower.startsWith(QStringLiteral("see ")) ||
+            lower.startsWith(QStringLiteral("used in ")))
             continue;
         d.replace(pair, QStringLiteral("\\1"));
         d.replace(reading, QString());
@@ -78,7 +80,11 @@ bool Lexicon::Load(const QString& npmDir, QString* error) {
     const QString hsk = readText(base + QStringLiteral("statistics/hsk.js"));
     const QString movie = readText(base + QStringLiteral("statistics/movieWordFrequency.js"));
     if (cedict.isEmpty() || hsk.isEmpty() || movie.isEmpty()) {
-        if (error) *error = QStringLiteral("chinese-lexicon is not installed in %1 (run scripts/fetch_course_data.sh)").arg(npmDir);
+        if (error)
+            *error =
+                QStringLiteral(
+                    "chinese-lexicon is not installed in %1 (run scripts/fetch_course_data.sh)")
+                    .arg(npmDir);
         return false;
     }
     LoadFromTexts(templateLiteral(cedict, QStringLiteral("module.exports")), hsk,
@@ -86,7 +92,8 @@ bool Lexicon::Load(const QString& npmDir, QString* error) {
     return true;
 }
 
-void Lexicon::LoadFromTexts(const QString& cedict, const QString& hsk, const QString& subtitleFrequency) {
+void Lexicon::LoadFromTexts(const QString& cedict, const QString& hsk,
+                            const QString& subtitleFrequency) {
     QHash<QString, int> bestScore;
     for (QStringView line : QStringTokenizer(cedict, u'\n')) {
         if (line.isEmpty() || line[0] == u'#') continue;
@@ -94,7 +101,8 @@ void Lexicon::LoadFromTexts(const QString& cedict, const QString& hsk, const QSt
         const qsizetype open = line.indexOf(u'[');
         const qsizetype close = line.indexOf(QStringLiteral("] /"));
         if (open < 0 || close < open) continue;
-        const QStringList chars = line.left(open).trimmed().toString().split(u' ', Qt::SkipEmptyParts);
+        const QStringList chars =
+            line.left(open).trimmed().toString().split(u' ', Qt::SkipEmptyParts);
         if (chars.size() != 2) continue;
         const QString raw = line.mid(open + 1, close - open - 1).toString();
         LexEntry e{chars[1], CedictToNumeric(raw), {}};
@@ -142,6 +150,10 @@ void Lexicon::AddCourseReading(const QString& chinese, const QString& numeric) {
     const QString word = StripPunctuation(chinese);
     if (word.isEmpty() || CountSyllables(numeric) != word.size()) return;
     course_.insert(word, numeric.simplified());
+    const QStringList syllables = numeric.simplified().split(u' ');
+    if (syllables.size() == word.size())
+        for (qsizetype i = 0; i < word.size(); ++i)
+            if (!courseChars_.contains(word[i])) courseChars_.insert(word[i], syllables[i]);
     longest_ = std::max(longest_, static_cast<int>(word.size()));
 }
 
@@ -157,7 +169,8 @@ QString Lexicon::ToSpokenPinyin(const QString& text, int* unknown) const {
         if (isPunctuation(c)) {
             const bool full = QStringLiteral("。！？.!?").contains(c);
             const bool part = QStringLiteral("，、；：,;:…—").contains(c);
-            if ((full || part) && !out.isEmpty() && !out.last().endsWith(u',') && !out.last().endsWith(u'.'))
+            if ((full || part) && !out.isEmpty() && !out.last().endsWith(u',') &&
+                !out.last().endsWith(u'.'))
                 out.last() += full ? u'.' : u',';
             ++i;
             continue;
@@ -176,6 +189,10 @@ QString Lexicon::ToSpokenPinyin(const QString& text, int* unknown) const {
             }
         }
         if (reading.isEmpty()) {
+            len = 1;
+            reading = courseChars_.value(c);
+        }
+        if (reading.isEmpty()) {
             ++missing;
             ++i;
             continue;
@@ -190,10 +207,12 @@ QString Lexicon::ToSpokenPinyin(const QString& text, int* unknown) const {
     return out.join(u' ');
 }
 
-std::vector<VocabularyEntry> BuildVocabulary(const Lexicon& lexicon, const Course& course, int maxEntries) {
+std::vector<VocabularyEntry> BuildVocabulary(const Lexicon& lexicon, const Course& course,
+                                             int maxEntries) {
     QSet<QString> lessonWords;
     for (const Lesson& l : course.lessons)
-        for (const Word& w : l.words) lessonWords.insert(StripPunctuation(w.chinese));
+        for (const Word& w : l.words)
+            lessonWords.insert(StripPunctuation(w.chinese));
     std::vector<VocabularyEntry> out;
     for (const QString& w : lexicon.RankedWords()) {
         if (static_cast<int>(out.size()) >= maxEntries) break;

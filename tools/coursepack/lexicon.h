@@ -33,7 +33,8 @@ public:
     const QStringList& RankedWords() const { return ranked_; }
     int EntryCount() const { return static_cast<int>(best_.size()); }
 
-    // The course's own words win over the dictionary when a text is read aloud.
+    // The course's own words win over the dictionary when a text is read aloud; their single
+    // characters serve where the dictionary knows nothing.
     void AddCourseReading(const QString& chinese, const QString& numeric);
 
     // Numeric Pinyin of a Chinese text for the speech voice: words by longest match, pauses at
@@ -44,6 +45,7 @@ public:
 private:
     QHash<QString, LexEntry> best_;
     QHash<QString, QString> course_;
+    QHash<QChar, QString> courseChars_; // single characters of the course's words, a last resort
     QStringList ranked_;
     int longest_ = 1;
 };

@@ -43,14 +43,25 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
     QCommandLineParser cli;
-    cli.setApplicationDescription(QStringLiteral("Compiles the course sources into the program's data folder."));
+    cli.setApplicationDescription(
+        QStringLiteral("Compiles the course sources into the program's data folder."));
     cli.addHelpOption();
-    const QCommandLineOption courseOpt(QStringLiteral("course"), QStringLiteral("The course sources."), QStringLiteral("dir"), QStringLiteral("course"));
-    const QCommandLineOption outOpt(QStringLiteral("out"), QStringLiteral("The data folder to fill."), QStringLiteral("dir"));
-    const QCommandLineOption npmOpt(QStringLiteral("npm"), QStringLiteral("Folder holding node_modules with the data packages."), QStringLiteral("dir"));
-    const QCommandLineOption checkOpt(QStringLiteral("check-only"), QStringLiteral("Only read and check the sources."));
-    const QCommandLineOption noAudioOpt(QStringLiteral("no-audio"), QStringLiteral("Make no recordings or tracks."));
-    const QCommandLineOption jobsOpt(QStringLiteral("jobs"), QStringLiteral("Speech processes at a time."), QStringLiteral("n"), QStringLiteral("2"));
+    const QCommandLineOption courseOpt(QStringLiteral("course"),
+                                       QStringLiteral("The course sources."), QStringLiteral("dir"),
+                                       QStringLiteral("course"));
+    const QCommandLineOption outOpt(
+        QStringLiteral("out"), QStringLiteral("The data folder to fill."), QStringLiteral("dir"));
+    const QCommandLineOption npmOpt(
+        QStringLiteral("npm"),
+        QStringLiteral("Folder holding node_modules with the data packages."),
+        QStringLiteral("dir"));
+    const QCommandLineOption checkOpt(QStringLiteral("check-only"),
+                                      QStringLiteral("Only read and check the sources."));
+    const QCommandLineOption noAudioOpt(QStringLiteral("no-audio"),
+                                        QStringLiteral("Make no recordings or tracks."));
+    const QCommandLineOption jobsOpt(QStringLiteral("jobs"),
+                                     QStringLiteral("Speech processes at a time."),
+                                     QStringLiteral("n"), QStringLiteral("2"));
     cli.addOptions({courseOpt, outOpt, npmOpt, checkOpt, noAudioOpt, jobsOpt});
     cli.process(app);
 
@@ -59,11 +70,15 @@ int main(int argc, char** argv) {
     Course course;
     std::vector<SourceError> errors;
     if (!ReadCourse(cli.value(courseOpt), course, errors)) {
-        for (const SourceError& e : errors) print(e.Text(), stderr);
-        print(QStringLiteral("coursepack: %1 fault(s) in the sources; nothing was built").arg(errors.size()), stderr);
+        for (const SourceError& e : errors)
+            print(e.Text(), stderr);
+        print(QStringLiteral("coursepack: %1 fault(s) in the sources; nothing was built")
+                  .arg(errors.size()),
+              stderr);
         return 1;
     }
-    for (const QString& w : course.warnings) print(QStringLiteral("warning: ") + w, stderr);
+    for (const QString& w : course.warnings)
+        print(QStringLiteral("warning: ") + w, stderr);
     if (cli.isSet(checkOpt)) {
         print(QStringLiteral("coursepack: the sources are fine"));
         return 0;
@@ -81,23 +96,32 @@ int main(int argc, char** argv) {
     if (cli.isSet(npmOpt)) {
         options.npmDir = QDir(cli.value(npmOpt)).absolutePath();
         QString error;
-        if (!lexicon.Load(options.npmDir, &error)) print(QStringLiteral("warning: ") + error, stderr);
+        if (!lexicon.Load(options.npmDir, &error))
+            print(QStringLiteral("warning: ") + error, stderr);
     }
     vt::FileStore files;
     BuildReport report;
     const bool ok = BuildCourse(course, lexicon, options, files, report);
-    for (const QString& w : report.warnings) print(QStringLiteral("warning: ") + w, stderr);
-    for (const QString& e : report.errors) print(e, stderr);
+    for (const QString& w : report.warnings)
+        print(QStringLiteral("warning: ") + w, stderr);
+    for (const QString& e : report.errors)
+        print(e, stderr);
     if (!ok) {
         print(QStringLiteral("coursepack: the build failed"), stderr);
         return 1;
     }
     int count = 0;
     const qint64 bytes = folderBytes(options.outDir, &count);
-    print(QStringLiteral("coursepack: %1 script files, %2 recordings, %3 tracks, %4 pictures, %5 stroke files, "
-                         "%6 vocabulary entries")
-              .arg(report.scriptFiles).arg(report.recordings).arg(report.tracks).arg(report.pictures)
-              .arg(report.strokeFiles).arg(report.vocabularyEntries));
+    print(
+        QStringLiteral(
+            "coursepack: %1 script files, %2 recordings, %3 tracks, %4 pictures, %5 stroke files, "
+            "%6 vocabulary entries")
+            .arg(report.scriptFiles)
+            .arg(report.recordings)
+            .arg(report.tracks)
+            .arg(report.pictures)
+            .arg(report.strokeFiles)
+            .arg(report.vocabularyEntries));
     print(QStringLiteral("coursepack: built in %1 s; data folder %2 holds %3 files, %4 MB")
               .arg(clock.elapsed() / 1000.0, 0, 'f', 1)
               .arg(options.outDir)

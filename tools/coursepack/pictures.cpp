@@ -35,8 +35,10 @@ QImage DrawPlayPicture(const Lesson& play, int index, int count) {
     for (const PlayLine& l : play.playLines)
         if (!speakers.contains(l.speaker)) speakers << l.speaker;
     const int lines = static_cast<int>(play.playLines.size());
-    const int lineIndex = lines == 0 ? -1 : std::min(lines - 1, (index - 1) * lines / std::max(1, count));
-    const QString speaking = lineIndex >= 0 ? play.playLines[static_cast<size_t>(lineIndex)].speaker : QString();
+    const int lineIndex =
+        lines == 0 ? -1 : std::min(lines - 1, (index - 1) * lines / std::max(1, count));
+    const QString speaking =
+        lineIndex >= 0 ? play.playLines[static_cast<size_t>(lineIndex)].speaker : QString();
     const int n = std::max<int>(1, static_cast<int>(speakers.size()));
     QFont small(QStringLiteral("Noto Sans CJK SC"));
     small.setPixelSize(12);
@@ -61,7 +63,7 @@ QImage DrawPlayPicture(const Lesson& play, int index, int count) {
         QFont big(QStringLiteral("Noto Sans CJK SC"));
         big.setPixelSize(16);
         p.setFont(big);
-        const QRect bubble(16, 92, kPictureWidth - 32, 30);
+        const QRect bubble(16, 62, kPictureWidth - 32, 30);
         p.setPen(QPen(Qt::black, 1));
         p.setBrush(Qt::white);
         p.drawRoundedRect(bubble, 10, 10);

@@ -32,7 +32,8 @@ QStringList TitleLines(const Course& course) {
 
 QStringList WordLines(const Lesson& lesson) {
     QStringList out;
-    for (const Word& w : lesson.words) out << w.dotted << w.chinese << w.english;
+    for (const Word& w : lesson.words)
+        out << w.dotted << w.chinese << w.english;
     return out;
 }
 
@@ -41,7 +42,8 @@ QStringList TextFileLines(const Lesson& lesson) {
     QStringList out{QStringLiteral("Lesson %1").arg(lesson.number)};
     if (lesson.IsPlay()) {
         out << lesson.playTitle;
-        for (const PlayLine& pl : lesson.playLines) out << pl.Shown();
+        for (const PlayLine& pl : lesson.playLines)
+            out << pl.Shown();
     } else {
         out << lesson.textLines;
     }
@@ -63,27 +65,31 @@ QStringList DialogLines(const Course& course) {
     auto line = [](const DialogLine& d) { return d.chinese + QStringLiteral(" = ") + d.english; };
     for (const Dialog& d : course.dialogs) {
         out << QString::number(++k) << line(d.ask);
-        for (const DialogLine& r : d.replies) out << line(r);
+        for (const DialogLine& r : d.replies)
+            out << line(r);
     }
     return out;
 }
 
 QStringList RowLines(const std::vector<SentenceRow>& rows) {
     QStringList out;
-    for (const SentenceRow& r : rows) out << r.dotted << r.chinese << r.english;
+    for (const SentenceRow& r : rows)
+        out << r.dotted << r.chinese << r.english;
     return out;
 }
 
 QStringList VocabularyLines(const std::vector<VocabularyEntry>& entries) {
     QStringList out;
-    for (const VocabularyEntry& e : entries) out << e.dotted << e.chinese << e.english;
+    for (const VocabularyEntry& e : entries)
+        out << e.dotted << e.chinese << e.english;
     return out;
 }
 
 std::vector<ScriptSpec> ScriptFiles(const Course& course,
                                     const std::vector<VocabularyEntry>& vocabulary) {
     std::vector<ScriptSpec> specs;
-    specs.push_back({QStringLiteral("Lessons\\Title.zvk"), QStringLiteral("RT"), TitleLines(course)});
+    specs.push_back(
+        {QStringLiteral("Lessons\\Title.zvk"), QStringLiteral("RT"), TitleLines(course)});
     for (const Lesson& l : course.lessons) {
         if (!l.present) continue;
         const QString dir = lessonFolder(l.number);
@@ -92,11 +98,12 @@ std::vector<ScriptSpec> ScriptFiles(const Course& course,
         specs.push_back({dir + QStringLiteral("ogae.zvk"), QStringLiteral("RQ"), QuestionLines(l)});
     }
     if (!course.dialogs.empty())
-        specs.push_back({QStringLiteral("Spoken\\Script.zvk"), QStringLiteral("SP"), DialogLines(course)});
+        specs.push_back(
+            {QStringLiteral("Spoken\\Script.zvk"), QStringLiteral("SP"), DialogLines(course)});
     for (size_t k = 0; k < course.categories.size(); ++k)
         if (!course.categories[k].empty())
-            specs.push_back({QStringLiteral("Spoken\\Script_%1.zvk").arg(k + 1), QStringLiteral("SP"),
-                             RowLines(course.categories[k])});
+            specs.push_back({QStringLiteral("Spoken\\Script_%1.zvk").arg(k + 1),
+                             QStringLiteral("SP"), RowLines(course.categories[k])});
     for (size_t n = 0; n < course.sentenceFiles.size(); ++n)
         specs.push_back({QStringLiteral("Spoken\\Script%1.zvk").arg(n + 1), QStringLiteral("SP"),
                          RowLines(course.sentenceFiles[n])});
@@ -108,8 +115,8 @@ std::vector<ScriptSpec> ScriptFiles(const Course& course,
             const size_t to = std::min(vocabulary.size(), from + per);
             std::vector<VocabularyEntry> part(vocabulary.begin() + static_cast<long>(from),
                                               vocabulary.begin() + static_cast<long>(to));
-            specs.push_back({QStringLiteral("Vocabulary\\ci%1.zvk").arg(f + 1), QStringLiteral("VO"),
-                             VocabularyLines(part)});
+            specs.push_back({QStringLiteral("Vocabulary\\ci%1.zvk").arg(f + 1),
+                             QStringLiteral("VO"), VocabularyLines(part)});
         }
     }
     return specs;
@@ -119,7 +126,8 @@ int WriteScriptFiles(FileStore& files, const QString& outDir, const std::vector<
                      QString* error) {
     int written = 0;
     for (const ScriptSpec& s : specs) {
-        if (!WriteScriptFile(files, DataPath(outDir, s.path), s.lines, s.family, SeedForPath(s.path))) {
+        if (!WriteScriptFile(files, DataPath(outDir, s.path), s.lines, s.family,
+                             SeedForPath(s.path))) {
             if (error) *error = QStringLiteral("could not write %1").arg(DataPath(outDir, s.path));
             return written;
         }

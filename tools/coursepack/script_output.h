@@ -29,10 +29,10 @@ struct VocabularyEntry {
 };
 
 QStringList TitleLines(const Course& course);
-QStringList WordLines(const Lesson& lesson);      // icwp: Pinyin, Chinese, English per word
-QStringList TextFileLines(const Lesson& lesson);  // lifr
-QStringList QuestionLines(const Lesson& lesson);  // ogae
-QStringList DialogLines(const Course& course);    // Spoken\Script.zvk
+QStringList WordLines(const Lesson& lesson);     // icwp: Pinyin, Chinese, English per word
+QStringList TextFileLines(const Lesson& lesson); // lifr
+QStringList QuestionLines(const Lesson& lesson); // ogae
+QStringList DialogLines(const Course& course);   // Spoken\Script.zvk
 QStringList RowLines(const std::vector<SentenceRow>& rows);
 QStringList VocabularyLines(const std::vector<VocabularyEntry>& entries);
 

@@ -20,12 +20,14 @@ StrokePoint toTwips(double x, double y) {
 } // namespace
 
 QString StrokeJsonPath(const QString& npmDir, QChar character) {
-    return npmDir + QStringLiteral("/node_modules/hanzi-writer-data/") + character + QStringLiteral(".json");
+    return npmDir + QStringLiteral("/node_modules/hanzi-writer-data/") + character +
+           QStringLiteral(".json");
 }
 
 std::vector<StrokePoint> TraceFromJson(const QByteArray& json, int* strokeCount) {
     std::vector<StrokePoint> out;
-    const QJsonArray medians = QJsonDocument::fromJson(json).object().value(QStringLiteral("medians")).toArray();
+    const QJsonArray medians =
+        QJsonDocument::fromJson(json).object().value(QStringLiteral("medians")).toArray();
     int strokes = 0;
     for (const QJsonValue& m : medians) {
         std::vector<StrokePoint> corners;

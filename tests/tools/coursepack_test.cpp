@@ -1,0 +1,465 @@
+// The course compiler on small sources written here: what it builds reads back through the
+// program's own readers as the sources said, and every fault in the sources is named with its
+// file and line.
+
+#include "audio.h"
+#include "course_build.h"
+#include "course_sources.h"
+#include "lexicon.h"
+#include "script_output.h"
+#include "strokes.h"
+
+#include "core/knowledge_base.h"
+#include "core/pinyin.h"
+#include "core/script_file.h"
+#include "core/stroke_offsets.h"
+#include "support/test_env.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtEndian>
+#include <cmath>
+#include <cstring>
+#include <gtest/gtest.h>
+
+namespace vt::coursepack {
+namespace {
+
+// A course folder on disk, written file by file by a test.
+struct SourceFolder {
+    QTemporaryDir root;
+    QString Dir() const { return root.path() + QStringLiteral("/course"); }
+    void Write(const QString& relative, const QString& text) const {
+        const QString path = Dir() + u'/' + relative;
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(text.toUtf8());
+    }
+    void WriteTitles(int count = kLessonCount) const {
+        QString t = QStringLiteral("# titles\n");
+        for (int i = 1; i <= count; ++i)
+            t += QStringLiteral("Lesson title %1\n").arg(i);
+        Write(QStringLiteral("titles.txt"), t);
+    }
+};
+
+// The small course most tests start from: one read text, one TV play, dialogs and sentences.
+void WriteSmallCourse(const SourceFolder& src) {
+    src.WriteTitles();
+    src.Write(QStringLiteral("lessons/001/words.txt"),
+              QStringLiteral("ni3 hao3 | 你好 | hello; how do you do\n"
+                             "# a comment\n"
+                             "jian4 mian4 | 见.面 | to meet (in person)\n"
+                             "nv3 er2 | 女儿 | daughter\n"));
+    src.Write(QStringLiteral("lessons/001/text.txt"),
+              QStringLiteral("你好\n  李明：你好！\n\n王老师：见面了。\n"));
+    src.Write(
+        QStringLiteral("lessons/001/questions.txt"),
+        QStringLiteral("谁是老师？\n#王老师\n李明\n\nWhich are greetings?\n#你好\n#您好\n再见\n"));
+    src.Write(QStringLiteral("lessons/081/play.txt"),
+              QStringLiteral(
+                  "title: 第一次见面\nvoices: 安娜=female1\n安娜: 你好！\n王丽：你好，请坐。\n"));
+    src.Write(QStringLiteral("lessons/081/words.txt"),
+              QStringLiteral("qing3 zuo4 | 请坐 | please sit down\n"));
+    src.Write(QStringLiteral("spoken/dialogs.txt"),
+              QStringLiteral("你好吗？ = How are you today, my friend?\n很好。 = Very "
+                             "well.\n还可以。 = Not bad.\n"));
+    src.Write(QStringLiteral("spoken/category_01.txt"),
+              QStringLiteral("ni3 hao3 | 你好！ | Hello!\nni3 xi3 huan5 ... ma0 | 你喜欢……吗？ | "
+                             "Do you like ...? <<<\n"));
+    src.Write(QStringLiteral("spoken/sentences_1.txt"),
+              QStringLiteral("xie4 xie0 | 谢谢。 | Thank you.\n"));
+}
+
+Course ReadOk(const SourceFolder& src) {
+    Course course;
+    std::vector<SourceError> errors;
+    EXPECT_TRUE(ReadCourse(src.Dir(), course, errors))
+        << (errors.empty() ? "" : errors[0].Text().toStdString());
+    return course;
+}
+
+QStringList ScriptLinesOf(test::TestEnv& env, const QString& relative, const char* family) {
+    ReadScriptFile(*env.rt, env.rt->app.AppPath + relative, QLatin1String(family), 0);
+    QStringList lines;
+    for (int i = 1; i <= env.rt->app.ScriptLineCount; ++i)
+        lines << env.rt->app.ScriptLines[i];
+    return lines;
+}
+
+TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
+    SourceFolder src;
+    WriteSmallCourse(src);
+    const Course course = ReadOk(src);
+    test::TestEnv env;
+    Lexicon lexicon;
+    lexicon.LoadFromTexts(
+        QStringLiteral("請坐 请坐 [qing3 zuo4] /please sit down/\n"
+                       "老師 老师 [lao3 shi1] /teacher/CL:個|个[ge4],位[wei4]/\n"
+                       "學生 学生 [xue2 sheng5] /student/schoolchild/\n"
+                       "很 很 [hen3] /very/\n還可以 还可以 [hai2 ke3 yi3] /not bad/\n"
+                       "王 王 [Wang2] /surname Wang/\n王 王 [wang2] /king/\n"),
+        QStringLiteral("    [\"老师\", \"你好\"],\n    [\"学生\"],\n"),
+        QStringLiteral("王\t5\t5\n很\t4\t4\n"));
+    BuildOptions options;
+    options.outDir = env.dir.path();
+    options.wholeSyllableTable = false;
+    BuildReport report;
+    ASSERT_TRUE(BuildCourse(course, lexicon, options, env.files, report))
+        << report.errors.join(u'\n').toStdString();
+
+    // Titles, lesson words, vocabulary and sentences as the knowledge base loads them.
+    LoadProgress progress;
+    LoadTitles(*env.rt, progress);
+    LoadWordsAndSentences(*env.rt, progress);
+    BuildCharTable(*env.rt, progress);
+    const AppState& app = env.rt->app;
+    EXPECT_EQ(app.TitleList[1], QStringLiteral("Lesson title 1"));
+    EXPECT_EQ(app.TitleList[140], QStringLiteral("Lesson title 140"));
+    ASSERT_EQ(app.LessonWordCount, 4);
+    EXPECT_EQ(app.WordPinyin[2], QStringLiteral("ji.an4 mi.an4"));
+    EXPECT_EQ(app.WordTable[2].Chinese, QStringLiteral("见.面"));
+    EXPECT_EQ(app.WordTable[2].Meaning, QStringLiteral(" to meet (in person) "));
+    EXPECT_EQ(app.WordPinyin[3], QStringLiteral("n.v3 .er2"));
+    EXPECT_EQ(app.WordTable[4].Chinese, QStringLiteral("请坐"));
+    // The vocabulary: HSK words first, the lesson's own words left out, names after common words.
+    ASSERT_EQ(app.WordCount, 8);
+    EXPECT_EQ(app.WordTable[5].Chinese, QStringLiteral("老师"));
+    EXPECT_EQ(app.WordTable[5].Meaning, QStringLiteral(" teacher; CL:个,位 "));
+    EXPECT_EQ(app.WordPinyin[6], QStringLiteral("xu.e2 sh.eng0"));
+    EXPECT_EQ(app.WordTable[7].Meaning, QStringLiteral(" king "));
+    EXPECT_EQ(app.WordTable[8].Chinese, QStringLiteral("很"));
+    // Every word pairs with its characters, so every character is in the table.
+    EXPECT_EQ(app.CharCount, 14);
+    // Read text: the title line, then each non-empty line with its paragraph blanks; the play's
+    // spoken lines after its two header lines, speaker and full-width colon in front.
+    ASSERT_EQ(app.SentenceCount, 5);
+    EXPECT_EQ(app.SentenceTable[1], QStringLiteral("你好"));
+    EXPECT_EQ(app.SentenceTable[2], QStringLiteral("李明：你好！"));
+    EXPECT_EQ(app.SentenceTable[5], QStringLiteral("王丽：你好，请坐。"));
+    const QStringList lifr =
+        ScriptLinesOf(env, QStringLiteral("Lessons/Script/Lesson_1/lifr.zvk"), "RT");
+    EXPECT_EQ(lifr, (QStringList{"Lesson 1", "你好", "  李明：你好！", "王老师：见面了。"}));
+    const QStringList play =
+        ScriptLinesOf(env, QStringLiteral("Lessons/Script/Lesson_81/lifr.zvk"), "RT");
+    EXPECT_EQ(play, (QStringList{"Lesson 81", "第一次见面", "安娜：你好！", "王丽：你好，请坐。"}));
+
+    EXPECT_EQ(ScriptLinesOf(env, QStringLiteral("Lessons/Script/Lesson_1/ogae.zvk"), "RQ"),
+              (QStringList{"1", "谁是老师？", "#王老师", "李明", "2", "Which are greetings?",
+                           "#你好", "#您好", "再见"}));
+    EXPECT_EQ(ScriptLinesOf(env, QStringLiteral("Spoken/Script.zvk"), "SP"),
+              (QStringList{"1", "你好吗？ = How are you today, my friend?", "很好。 = Very well.",
+                           "还可以。 = Not bad."}));
+    EXPECT_EQ(ScriptLinesOf(env, QStringLiteral("Spoken/Script_1.zvk"), "SP"),
+              (QStringList{"n.i3 h.ao3", "你好！", "Hello!", "n.i3 x.i3 hu.an0 ... m.a0",
+                           "你喜欢……吗？", "Do you like ...? <<<"}));
+    EXPECT_EQ(ScriptLinesOf(env, QStringLiteral("Spoken/Script1.zvk"), "SP"),
+              (QStringList{"xi.e4 xi.e0", "谢谢。", "Thank you."}));
+    EXPECT_EQ(env.boxes.Count(), 0);
+
+    // Recordings: one per sentence of the text, per dialog sentence, the farewell, every
+    // syllable used (a neutral one as its first tone), the number symbols and the verdicts.
+    for (const char* f :
+         {"Lessons/Sound/Lesson_1/1.wav", "Lessons/Sound/Lesson_1/3.wav", "Spoken/Sound/haytm.wav",
+          "Spoken/Sound/vw.wav", "Spoken/Sound/b.wav", "Phonetic Symbols/X/xie1.wav",
+          "Phonetic Symbols/N/nv3.wav", "Phonetic Symbols/E/er2.wav", "Numbers/p.wav",
+          "Numbers/l.wav", "Sound/carryon.WAV"}) {
+        const auto bytes = env.files.ReadAll(env.dir.path() + u'/' + QLatin1String(f));
+        ASSERT_TRUE(bytes) << f;
+        EXPECT_GT(DecodeWav(*bytes).samples.size(), 1000u) << f;
+    }
+    EXPECT_FALSE(
+        env.files.Exists(env.dir.path() + QStringLiteral("/Lessons/Sound/Lesson_1/4.wav")));
+
+    // The play: one line position per spoken line, in order, inside the track as it decodes.
+    const auto yeap =
+        env.files.ReadAll(env.dir.path() + QStringLiteral("/Lessons/Script/Lesson_81/yeap.zvk"));
+    const auto mp3 = env.files.ReadAll(env.dir.path() + QStringLiteral("/Lessons/Sound/81.mp3"));
+    ASSERT_TRUE(yeap && mp3);
+    ASSERT_EQ(yeap->size(), 16);
+    const int length = DecodeSoundFile(*mp3).Milliseconds();
+    int previousTo = 0;
+    for (int r = 0; r < 2; ++r) {
+        const int32_t from = qFromLittleEndian<int32_t>(yeap->constData() + r * 8);
+        const int32_t to = qFromLittleEndian<int32_t>(yeap->constData() + r * 8 + 4);
+        EXPECT_LE(previousTo, from);
+        EXPECT_LT(from, to);
+        EXPECT_LE(to, length);
+        previousTo = to;
+    }
+    EXPECT_TRUE(
+        env.files.Exists(env.dir.path() + QStringLiteral("/Lessons/Picture/Lesson_81/4.jpg")));
+    EXPECT_FALSE(
+        env.files.Exists(env.dir.path() + QStringLiteral("/Lessons/Picture/Lesson_81/5.jpg")));
+}
+
+TEST(CoursepackBuild, SameSourcesGiveTheSameBytes) {
+    SourceFolder src;
+    WriteSmallCourse(src);
+    const Course course = ReadOk(src);
+    auto build = [&](const QString& out) {
+        Lexicon lexicon;
+        BuildOptions options;
+        options.outDir = out;
+        options.audio = false;
+        FileStore files;
+        BuildReport report;
+        EXPECT_TRUE(BuildCourse(course, lexicon, options, files, report));
+        std::map<QString, QByteArray> all;
+        QDirIterator it(out, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            const QString p = it.next();
+            QFile f(p);
+            f.open(QIODevice::ReadOnly);
+            all[QDir(out).relativeFilePath(p)] = f.readAll();
+        }
+        return all;
+    };
+    QTemporaryDir a, b;
+    const auto first = build(a.path());
+    EXPECT_GT(first.size(), 10u);
+    EXPECT_EQ(first, build(b.path()));
+}
+
+TEST(CoursepackBuild, ScriptFilesAreEncipheredNotPlain) {
+    Lesson lesson;
+    lesson.number = 1;
+    lesson.words.push_back({"ni3 hao3", "n.i3 h.ao3", "你好", "hello", {}});
+    const QStringList lines = WordLines(lesson);
+    const QByteArray bytes =
+        EncodeScriptLines(lines, QStringLiteral("RW"), SeedForPath(QStringLiteral("x")));
+    const QString text = lines.join(u'\n') + u'\n';
+    ASSERT_EQ(bytes.size(), text.size() * 6);
+    int keyed = 0, sameAsCode = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        const char* r = bytes.constData() + i * 6;
+        const int16_t flag = qFromLittleEndian<int16_t>(r);
+        const int16_t sum = static_cast<int16_t>(qFromLittleEndian<int16_t>(r + 2) +
+                                                 qFromLittleEndian<int16_t>(r + 4));
+        if (flag < 0) ++keyed;
+        if (sum == static_cast<int16_t>(text[i].unicode())) ++sameAsCode;
+    }
+    EXPECT_EQ(keyed, text.size());
+    EXPECT_LT(sameAsCode, 3);
+}
+
+// The dotted form the files store, from Pinyin as a teacher types it.
+TEST(CoursepackPinyin, AwkwardSyllablesTakeTheDotBeforeTheMarkedVowel) {
+    const struct {
+        const char* name;
+        const char* numeric;
+        const char* dotted;
+    } rows[] = {
+        {"u with two dots and e", "lve4", "lv.e4"},
+        {"typed umlaut", "lüe4", "lv.e4"},
+        {"er alone", "er2", ".er2"},
+        {"neutral tone as 0", "ma0", "m.a0"},
+        {"neutral tone as 5", "ma5", "m.a0"},
+        {"iu marks the u", "liu2", "li.u2"},
+        {"ui marks the i", "gui4", "gu.i4"},
+        {"two syllables", "zhong1 guo2", "zh.ong1 gu.o2"},
+        {"pattern with a gap", "ni3 xi3 huan5 ... ma0", "n.i3 x.i3 hu.an0 ... m.a0"},
+        {"pattern with a Chinese ellipsis", "ni3 ……", "n.i3 ……"},
+    };
+    for (const auto& r : rows) {
+        QString error;
+        EXPECT_EQ(RowToDotted(QString::fromUtf8(r.numeric), &error), QString::fromUtf8(r.dotted))
+            << r.name << " " << error.toStdString();
+    }
+    QString error;
+    EXPECT_TRUE(RowToDotted(QStringLiteral("zhei4"), &error).isEmpty());
+    EXPECT_FALSE(error.isEmpty());
+}
+
+TEST(CoursepackSources, SentenceSoundNamesFollowTheEnglishWords) {
+    EXPECT_EQ(SentenceSoundName(QStringLiteral("How are you today, my friend?")),
+              QStringLiteral("haytm.wav"));
+    EXPECT_EQ(SentenceSoundName(QStringLiteral("Yes. . . I see!")), QStringLiteral("yis.wav"));
+    EXPECT_EQ(SentenceSoundName(QStringLiteral("Bye")), QStringLiteral("b.wav"));
+}
+
+// Each fault of the sources stops the build with the file, the line and a plain reason.
+TEST(CoursepackSources, EachFaultIsNamedWithItsFileAndLine) {
+    const struct {
+        const char* name;
+        const char* file;
+        const char* text;
+        const char* where;
+        const char* says;
+    } rows[] = {
+        {"unknown syllable", "lessons/002/words.txt", "ni3 | 你 | you\nzhei4 | 这 | this\n",
+         "course/lessons/002/words.txt:2:", "zhei4"},
+        {"word that does not pair", "lessons/002/words.txt", "yi1 hui4 | 一会儿 | a moment\n",
+         "course/lessons/002/words.txt:1:", "left out of the character table"},
+        {"too many meanings", "lessons/002/words.txt", "hao3 | 好 | a; b; c; d; e; f; g; h\n",
+         "course/lessons/002/words.txt:1:", "seven"},
+        {"question without a right option", "lessons/002/questions.txt",
+         "谁？\n#他\n他们\n\n什么？\n这\n那\n",
+         "course/lessons/002/questions.txt:5:", "no right option"},
+        {"five options", "lessons/002/questions.txt", "谁？\n#a\nb\nc\nd\ne\n",
+         "course/lessons/002/questions.txt:6:", "four"},
+        {"play line without words", "lessons/082/play.txt", "title: 见面\n安娜: 你好\n王丽: ！\n",
+         "course/lessons/082/play.txt:3:", "no timing"},
+        {"play without title", "lessons/082/play.txt", "安娜: 你好\n",
+         "course/lessons/082/play.txt:1:", "title:"},
+        {"unknown voice", "lessons/082/play.txt", "title: 见面\nvoices: 安娜=robot\n安娜: 你好\n",
+         "course/lessons/082/play.txt:2:", "male1"},
+        {"play in a read-text lesson", "lessons/010/play.txt", "title: x\n",
+         "course/lessons/010/play.txt:", "81 to 140"},
+        {"lesson number out of range", "lessons/141/words.txt", "ni3 | 你 | you\n",
+         "course/lessons/141:", "out of range"},
+        {"dialog with one reply", "spoken/dialogs.txt", "你好 = Hello there\n好 = Fine\n",
+         "course/spoken/dialogs.txt:1:", "two to five"},
+        {"farewell name taken", "spoken/dialogs.txt", "你好 = Hi\n再见 = Bye\n好 = OK\n",
+         "course/spoken/dialogs.txt:2:", "b.wav"},
+        {"two sentences, one name", "spoken/dialogs.txt",
+         "你好 = Good morning\n早 = Go mad\n好 = Fine\n", "course/spoken/dialogs.txt:2:", "gm.wav"},
+        {"sentence that does not pair", "spoken/category_03.txt", "ni3 | 你好！ | Hello!\n",
+         "course/spoken/category_03.txt:1:", "syllables"},
+        {"category out of range", "spoken/category_21.txt", "ni3 | 你 | you\n",
+         "course/spoken/category_21.txt:", "category_20"},
+        {"sentence files with a gap", "spoken/sentences_2.txt", "ni3 | 你 | you\n",
+         "course/spoken/sentences_2.txt:", "sentences_1.txt"},
+    };
+    for (const auto& r : rows) {
+        SourceFolder src;
+        src.WriteTitles();
+        src.Write(QString::fromUtf8(r.file), QString::fromUtf8(r.text));
+        Course course;
+        std::vector<SourceError> errors;
+        EXPECT_FALSE(ReadCourse(src.Dir(), course, errors)) << r.name;
+        ASSERT_FALSE(errors.empty()) << r.name;
+        const QString message = errors.front().Text();
+        EXPECT_TRUE(message.startsWith(QString::fromUtf8(r.where)))
+            << r.name << ": " << message.toStdString();
+        EXPECT_TRUE(message.contains(QString::fromUtf8(r.says)))
+            << r.name << ": " << message.toStdString();
+    }
+}
+
+TEST(CoursepackSources, CourseWideLimitsAreChecked) {
+    {
+        SourceFolder src;
+        src.WriteTitles(139);
+        Course course;
+        std::vector<SourceError> errors;
+        ReadCourse(src.Dir(), course, errors);
+        ASSERT_EQ(errors.size(), 1u);
+        EXPECT_TRUE(errors[0].Text().contains(QStringLiteral("139 titles")));
+    }
+    {
+        // More rows than the sentence finder's table holds, over two files.
+        SourceFolder src;
+        src.WriteTitles();
+        QString rows;
+        for (int i = 0; i < 10000; ++i)
+            rows += QStringLiteral("ni3 | 你 | you\n");
+        for (int n = 1; n <= 4; ++n)
+            src.Write(QStringLiteral("spoken/sentences_%1.txt").arg(n), rows);
+        Course course;
+        std::vector<SourceError> errors;
+        ReadCourse(src.Dir(), course, errors);
+        ASSERT_EQ(errors.size(), 1u);
+        EXPECT_TRUE(errors[0].Text().contains(QStringLiteral("32,767")))
+            << errors[0].Text().toStdString();
+    }
+    {
+        SourceFolder src;
+        src.WriteTitles();
+        QString dialogs;
+        for (int i = 0; i < 8; ++i)
+            dialogs += QStringLiteral("好%1 = Ask %1\n好 = Yes %1\n不 = No %1\n\n").arg(i);
+        src.Write(QStringLiteral("spoken/dialogs.txt"), dialogs);
+        Course course;
+        std::vector<SourceError> errors;
+        ReadCourse(src.Dir(), course, errors);
+        ASSERT_EQ(errors.size(), 1u);
+        EXPECT_TRUE(errors[0].Text().contains(QStringLiteral("eight dialogs")));
+    }
+}
+
+TEST(CoursepackPlay, SpeakersWithoutAVoiceTakeTheFreeOnesInOrder) {
+    SourceFolder src;
+    src.WriteTitles();
+    src.Write(
+        QStringLiteral("lessons/090/play.txt"),
+        QStringLiteral(
+            "title: 在饭馆\npictures: 6\nvoices: 王明=male1\n李华：你好\n王明: 你好\n小红: 好\n"));
+    const Course course = ReadOk(src);
+    const Lesson& l = course.lessons[89];
+    ASSERT_EQ(l.playLines.size(), 3u);
+    EXPECT_EQ(l.playLines[0].voice, QStringLiteral("male2"));
+    EXPECT_EQ(l.playLines[1].voice, QStringLiteral("male1"));
+    EXPECT_EQ(l.playLines[2].voice, QStringLiteral("female1"));
+    EXPECT_EQ(l.pictureCount, 6);
+    EXPECT_EQ(l.playLines[0].Shown(), QStringLiteral("李华：你好"));
+}
+
+TEST(CoursepackStrokes, TracesKeepEveryStrokeInsideTheDrawingArea) {
+    const QByteArray json =
+        R"({"strokes":["M 0 0","M 1 1"],"medians":[[[100,800],[900,800]],[[500,900],[500,-124],[100,-50]]]})";
+    int strokes = 0;
+    const auto trace = TraceFromJson(json, &strokes);
+    EXPECT_EQ(strokes, 2);
+    const auto back = DecodeStrokeRecords(EncodeStrokeRecords(trace));
+    ASSERT_EQ(back.size(), trace.size());
+    EXPECT_EQ(CountStrokes(back), 2);
+    EXPECT_TRUE(back.back().IsSeparator());
+    for (size_t i = 0; i < back.size(); ++i) {
+        EXPECT_EQ(back[i].x, trace[i].x);
+        EXPECT_EQ(back[i].y, trace[i].y);
+        if (back[i].IsSeparator()) continue;
+        EXPECT_GT(back[i].x, 0);
+        EXPECT_LE(back[i].x, kStrokeAreaTwips);
+        EXPECT_GE(back[i].y, 0);
+        EXPECT_LE(back[i].y, kStrokeAreaTwips);
+        // Points close enough to draw a line with: no gap wider than the step.
+        if (i > 0 && !back[i - 1].IsSeparator())
+            EXPECT_LE(std::hypot(back[i].x - back[i - 1].x, back[i].y - back[i - 1].y),
+                      kStrokeStep + 1.5)
+                << i;
+    }
+    // The stored bytes are scrambled: no stored X equals its true value.
+    const QByteArray bytes = EncodeStrokeRecords(trace);
+    int plain = 0;
+    for (size_t i = 0; i < trace.size(); ++i) {
+        float stored;
+        std::memcpy(&stored, bytes.constData() + i * kStrokeRecordSize, 4);
+        if (stored == trace[i].x) ++plain;
+    }
+    EXPECT_EQ(plain, 0);
+}
+
+TEST(CoursepackAudio, TrimmedAndEvenedRecordingsMatchInLoudness) {
+    auto tone = [](float amplitude, int leadMs, int toneMs) {
+        Pcm p;
+        AppendSilence(p, leadMs);
+        for (int i = 0; i < kSampleRate * toneMs / 1000; ++i)
+            p.samples.push_back(amplitude * static_cast<float>(std::sin(i * 0.05)));
+        AppendSilence(p, 300);
+        return p;
+    };
+    Pcm quiet = tone(0.05f, 400, 200), loud = tone(0.8f, 10, 200);
+    for (Pcm* p : {&quiet, &loud}) {
+        TrimSilence(*p);
+        EvenLoudness(*p);
+        // 200 ms of sound and a few milliseconds of margin, nothing of the silences.
+        EXPECT_NEAR(p->Milliseconds(), 216, 4);
+    }
+    auto rms = [](const Pcm& p) {
+        double s = 0;
+        for (float v : p.samples)
+            s += v * v;
+        return std::sqrt(s / static_cast<double>(p.samples.size()));
+    };
+    EXPECT_NEAR(rms(quiet), rms(loud), 0.01);
+    const Pcm back = DecodeWav(EncodeWav(loud));
+    ASSERT_EQ(back.samples.size(), loud.samples.size());
+    EXPECT_NEAR(back.samples[100], loud.samples[100], 1.0 / 16000);
+}
+
+} // namespace
+} // namespace vt::coursepack
