@@ -49,6 +49,10 @@ Label* addHeading(Form* form, const QString& name, const QString& caption, int t
 
 Begin1::Begin1(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Border::None) {
     Move(Left(), Top(), kWidth, kHeight);
+    // The paper of the main screen's panel area, so the menu reads as part of it.
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, QColor(0xFC, 0xF9, 0xF1));
+    setPalette(pal);
     Loaders = DefaultTaskFormLoaders();
 
     Label1 = addHeading(this, QStringLiteral("Label1"), QStringLiteral("Lesson"), 180);

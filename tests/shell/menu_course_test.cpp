@@ -1,0 +1,85 @@
+// The lesson menu on the sample course, reached through the whole start chain as a learner starts
+// the program. Skipped when the sample course has not been built beside the program.
+#include "shell/begin.h"
+#include "shell/begin1.h"
+#include "shell/start_or_not.h"
+#include "shell/study.h"
+#include "support/events.h"
+#include "support/test_env.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace vt;
+using vt::test::TestEnv;
+
+namespace {
+
+// Copies the course's script files (titles, lesson words and texts) into the test's own folder,
+// so that the study position written on the way never lands in the built course.
+bool copyLessonScripts(const QString& from, const QString& to) {
+    if (!QFile::exists(from + "/Lessons/Title.zvk")) return false;
+    QDirIterator it(from + "/Lessons", QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        if (!path.endsWith(".zvk", Qt::CaseInsensitive)) continue;
+        const QString target = to + QDir(from).relativeFilePath(path);
+        QDir().mkpath(QFileInfo(target).absolutePath());
+        QFile::copy(path, target);
+    }
+    return true;
+}
+
+QString taskList(const Begin1* m) {
+    QString s;
+    for (size_t i = 0; i < 8; ++i) {
+        const unsigned c = m->Label2[i]->ForeColor();
+        s += c == kTaskCurrent ? u'r' : c == kTaskDone ? u'g' : u'b';
+        s += m->Command1[i]->isEnabled() ? u'+' : u'-';
+    }
+    return s;
+}
+
+} // namespace
+
+TEST(LessonMenuOnTheCourse, AFirstStartOpensLessonOneAndTheMenuKeepsItsChoice) {
+    TestEnv env;
+    if (!copyLessonScripts(QStringLiteral(VANTORIA_APP_DIR), env.rt->ProgramFolder))
+        GTEST_SKIP() << "the sample course is not built in " VANTORIA_APP_DIR;
+    Runtime& rt = *env.rt;
+    rt.forms.Load<StartOrNot>();
+    env.clock.Advance(100 + 200 + 200 + 200); // desktop, main screen, loading, menu
+
+    Begin* begin = rt.forms.Get<Begin>();
+    Begin1* menu = rt.forms.Get<Begin1>();
+    ASSERT_TRUE(begin && menu);
+    EXPECT_TRUE(menu->Visible());
+    EXPECT_EQ(menu->Left(), begin->Left() + Begin::PanelLeft);
+    EXPECT_EQ(menu->Top(), begin->Top() + Begin::PanelTop);
+    ASSERT_EQ(menu->Combo1->count(), kLessonCount);
+    EXPECT_EQ(menu->Combo1->ListIndex(), 0);
+    EXPECT_EQ(menu->Combo1->itemText(0), " 1 - " + rt.app.TitleList[1]);
+    EXPECT_EQ(taskList(menu), "r+b-b-b-b-b-b-b+"); // the last pair is the additional page
+    EXPECT_EQ(menu->focusWidget(), menu->Command1[0]);
+    EXPECT_GT(rt.app.LessonWordRows, 0);
+    EXPECT_GT(rt.app.TextLineCount, 0);
+    EXPECT_EQ(rt.app.TextTitle, rt.app.TextLines[1]);
+
+    menu->Combo1->SetListIndex(80);
+    EXPECT_EQ(rt.app.OpenLesson, 81);
+    EXPECT_FALSE(rt.app.TextTitle.isEmpty());
+    EXPECT_NE(rt.app.TextTitle, rt.app.TextLines[1]) << "a TV play's title is not one of its lines";
+    EXPECT_EQ(taskList(menu), "b+b-b-b-b-b-b-b+");
+
+    // Over to the About panel and back: the same menu, as it was left.
+    test::Click(begin->Image3[4]);
+    EXPECT_FALSE(menu->Visible());
+    test::Click(begin->Image3[1]);
+    ASSERT_EQ(rt.forms.Get<Begin1>(), menu);
+    EXPECT_TRUE(menu->Visible());
+    EXPECT_EQ(menu->Combo1->ListIndex(), 80);
+    EXPECT_EQ(rt.app.OpenLesson, 81);
+    EXPECT_EQ(taskList(menu), "b+b-b-b-b-b-b-b+");
+}
