@@ -38,8 +38,8 @@ SoundSystem::~SoundSystem() {
     owner_.reset(); // the players leave the engine before it goes
 }
 
-std::unique_ptr<SoundSystem> SoundSystem::CreateForProgram(TimeService&) {
-    auto out = SdlOutput::Open();
+std::unique_ptr<SoundSystem> SoundSystem::CreateForProgram(TimeService&, int bufferFrames) {
+    auto out = SdlOutput::Open(44100, bufferFrames);
     SdlOutput* device = out.get();
     std::unique_ptr<SoundSystem> s(new SoundSystem(std::move(out)));
     s->device_ = device;

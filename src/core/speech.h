@@ -29,8 +29,9 @@ class VirtualClock;
 
 class SoundSystem {
 public:
-    // The program's: the sound device, or SDL's silent dummy driver when none opens.
-    static std::unique_ptr<SoundSystem> CreateForProgram(TimeService& time);
+    // The program's: the sound device, or a silent output at the same pace when none opens.
+    // bufferFrames: frames per device buffer, 0 for about 10 ms.
+    static std::unique_ptr<SoundSystem> CreateForProgram(TimeService& time, int bufferFrames = 0);
     // The tests': a virtual output on the clock that records what is played (mono).
     static std::unique_ptr<SoundSystem> CreateVirtual(VirtualClock& clock, int sampleRate = 22050);
 

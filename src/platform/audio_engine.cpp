@@ -5,6 +5,7 @@
 #include <QObject>
 #include <SDL.h>
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 
 namespace vt {
@@ -153,22 +154,16 @@ void AudioEngine::Mix(float* out, int frames) {
 
 namespace {
 
-bool sdlAudioStarted = false;
-
-// SDL's audio is set up once for the life of the program.
-bool startSdlAudio(const char* driver) {
-    if (sdlAudioStarted) {
-        SDL_AudioQuit();
-        sdlAudioStarted = false;
-    }
-    if (!driver) {
+// SDL's audio is set up once for the life of the program, on the user-interface thread.
+bool startSdlAudio() {
+    static bool tried = false;
+    static bool started = false;
+    if (!tried) {
+        tried = true;
         SDL_SetMainReady();
-        if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return false;
-        sdlAudioStarted = true;
-        return true;
+        started = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
     }
-    sdlAudioStarted = SDL_AudioInit(driver) == 0;
-    return sdlAudioStarted;
+    return started;
 }
 
 } // namespace
@@ -179,48 +174,70 @@ std::unique_ptr<SdlOutput> SdlOutput::Open(int wantRate, int bufferFrames) {
     want.freq = wantRate;
     want.format = AUDIO_F32SYS;
     want.channels = 2;
-    // About 10 ms per callback, a whole number of milliseconds so a driver that sleeps in
-    // milliseconds keeps the exact pace.
+    // About 10 ms per callback by default.
     want.samples = uint16_t(bufferFrames > 0 ? bufferFrames : wantRate / 100);
     want.callback = &SdlOutput::callback;
     want.userdata = out.get();
     SDL_AudioSpec have{};
-    QString failure;
-    if (startSdlAudio(nullptr))
-        out->device_ =
-            SDL_OpenAudioDevice(nullptr, 0, &want, &have, SDL_AUDIO_ALLOW_FREQUENCY_CHANGE);
-    if (out->device_ == 0) {
-        failure = QString::fromUtf8(SDL_GetError());
-        if (startSdlAudio("dummy")) out->device_ = SDL_OpenAudioDevice(nullptr, 0, &want, &have, 0);
-        out->dummy_ = true;
+    QString why;
+    if (startSdlAudio()) {
+        const char* driver = SDL_GetCurrentAudioDriver();
+        if (driver && std::strcmp(driver, "dummy") == 0)
+            why = QStringLiteral("SDL was told to use no device");
+        else
+            out->device_ =
+                SDL_OpenAudioDevice(nullptr, 0, &want, &have, SDL_AUDIO_ALLOW_FREQUENCY_CHANGE);
     }
     if (out->device_ == 0) {
-        // Even the dummy driver failed; keep the program going on the requested format, silent
-        // and without a pace. Nothing will report an end.
+        if (why.isEmpty()) why = QString::fromUtf8(SDL_GetError());
         have = want;
-        out->description_ =
-            QStringLiteral("no sound output (%1)").arg(QString::fromUtf8(SDL_GetError()));
+        out->silent_ = true;
     }
     out->bufferFrames_ = have.samples;
     const int lead = have.samples + have.freq * kAnswerMs / 1000;
     out->engine_ = std::make_unique<AudioEngine>(have.freq, have.channels, lead);
-    if (out->device_ != 0) {
-        const char* driver = SDL_GetCurrentAudioDriver();
+    if (out->silent_) {
         out->description_ =
-            QStringLiteral("%1 driver \"%2\", %3 Hz, %4 channels, %5 frames per buffer")
-                .arg(out->dummy_ ? QStringLiteral("silent") : QStringLiteral("sound"))
-                .arg(QString::fromUtf8(driver ? driver : "?"))
+            QStringLiteral("silent output, %1 Hz, %2 frames per buffer (no sound device: %3)")
                 .arg(have.freq)
-                .arg(int(have.channels))
-                .arg(int(have.samples));
-        if (out->dummy_ && !failure.isEmpty())
-            out->description_ += QStringLiteral(" (no device: %1)").arg(failure);
-        SDL_PauseAudioDevice(out->device_, 0);
+                .arg(int(have.samples))
+                .arg(why);
+        SdlOutput* self = out.get();
+        out->pacer_ = std::thread(
+            [self, frames = int(have.samples), rate = have.freq, channels = int(have.channels)] {
+                std::vector<float> block(size_t(frames) * size_t(channels));
+                using Clock = std::chrono::steady_clock;
+                auto start = Clock::now();
+                int64_t blocks = 0;
+                while (!self->stopPacer_) {
+                    callback(self, reinterpret_cast<uint8_t*>(block.data()),
+                             int(block.size() * sizeof(float)));
+                    ++blocks;
+                    const auto due =
+                        start + std::chrono::nanoseconds(blocks * frames * 1'000'000'000LL / rate);
+                    if (Clock::now() - due > std::chrono::milliseconds(250)) {
+                        start = Clock::now(); // after a long stall, go on from now rather than rush
+                        blocks = 0;
+                    }
+                    std::this_thread::sleep_until(due);
+                }
+            });
+        return out;
     }
+    const char* driver = SDL_GetCurrentAudioDriver();
+    out->description_ =
+        QStringLiteral("sound driver \"%1\", %2 Hz, %3 channels, %4 frames per buffer")
+            .arg(QString::fromUtf8(driver ? driver : "?"))
+            .arg(have.freq)
+            .arg(int(have.channels))
+            .arg(int(have.samples));
+    SDL_PauseAudioDevice(out->device_, 0);
     return out;
 }
 
 SdlOutput::~SdlOutput() {
+    stopPacer_ = true;
+    if (pacer_.joinable()) pacer_.join();
     if (device_ != 0) SDL_CloseAudioDevice(device_);
 }
 
@@ -231,7 +248,14 @@ void SdlOutput::callback(void* user, uint8_t* stream, int len) {
     const int frames = len / int(sizeof(float)) / channels;
     self->engine_->Mix(out, frames);
     std::lock_guard lock(self->tapMutex_);
-    if (self->tapOn_) self->tap_.insert(self->tap_.end(), out, out + int64_t(frames) * channels);
+    if (!self->tapOn_) return;
+    if (self->tap_.empty()) self->tapStart_ = self->engine_->FramesMixed() - frames;
+    self->tap_.insert(self->tap_.end(), out, out + int64_t(frames) * channels);
+}
+
+int64_t SdlOutput::TapStart() {
+    std::lock_guard lock(tapMutex_);
+    return tapStart_;
 }
 
 void SdlOutput::SetTap(bool on) {

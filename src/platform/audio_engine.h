@@ -13,16 +13,18 @@
 // report is handed to a function given by the voice's owner, called on the output's thread with
 // the lock held; it must only post an event.
 //
-// Three outputs drive the mixer: the sound device through SDL, SDL's silent dummy driver when no
-// device opens (same pace, same reports), and a virtual output on the tests' clock that records
-// every sample it pulls.
+// Three outputs drive the mixer: the sound device through SDL; when no device opens, a silent
+// output that pulls at the same pace (so every end is reported when it would be with sound); and
+// a virtual output on the tests' clock that records every sample it pulls.
 
 #include "platform/sound_decoder.h"
 
 #include <QString>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 namespace vt {
@@ -113,30 +115,39 @@ protected:
 // The lead: the device's buffer plus time for the user-interface thread to answer.
 constexpr int kAnswerMs = 30;
 
-// The sound device through SDL, opened once; falls back to SDL's dummy driver, which keeps the
-// same pace in silence. Never null: the dummy driver always opens.
+// The sound device through SDL, opened once. When none opens, or SDL is told to use its dummy
+// driver, a thread of ours pulls the same buffers in silence, on deadlines from a steady clock:
+// SDL's own dummy driver sleeps a buffer's time after each one and so falls behind under load
+// (a fifth slower on a busy machine), which would change when Done arrives.
 class SdlOutput final : public AudioOutput {
 public:
     // bufferFrames: frames per callback; 0 picks about 10 ms.
     static std::unique_ptr<SdlOutput> Open(int wantRate = 44100, int bufferFrames = 0);
+    SdlOutput(const SdlOutput&) = delete;
+    SdlOutput& operator=(const SdlOutput&) = delete;
     ~SdlOutput() override;
     QString Description() const override { return description_; }
-    bool IsDummy() const { return dummy_; }
+    bool IsSilent() const { return silent_; }
     int BufferFrames() const { return bufferFrames_; }
 
-    // A copy of everything mixed, for measuring; off unless switched on.
+    // A copy of everything mixed, for measuring; off unless switched on. TapStart is the
+    // engine's frame count at the first frame in the copy.
     void SetTap(bool on);
     std::vector<float> TakeTap();
+    int64_t TapStart();
 
 private:
     SdlOutput() = default;
     static void callback(void* user, uint8_t* stream, int len);
     uint32_t device_ = 0;
-    bool dummy_ = false;
+    bool silent_ = false;
+    std::thread pacer_;
+    std::atomic<bool> stopPacer_{false};
     int bufferFrames_ = 0;
     QString description_;
     std::mutex tapMutex_;
     bool tapOn_ = false;
+    int64_t tapStart_ = -1;
     std::vector<float> tap_;
 };
 
