@@ -75,6 +75,7 @@ Begin1::Begin1(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Bor
         auto* b = Add<CommandButton>(this, Indexed(QStringLiteral("Command1"), i), kButtonLeft,
                                      top + 30, kButtonWidth, kButtonHeight);
         b->SetCaption(QStringLiteral("Open"));
+        b->setAutoDefault(true); // Enter opens the task whose button has the focus
         connect(b, &QPushButton::clicked, this, [this, i] { Command1_Click(i); });
         Command1[static_cast<size_t>(i)] = b;
     }

@@ -80,4 +80,9 @@ bool OpenTaskStack(Runtime& rt, const FormLoaders& loaders, int buttonIndex) {
     return true;
 }
 
+void ShowMenuAgain(Runtime& rt) {
+    if (Form* begin = rt.forms.Find(QStringLiteral("Begin"))) begin->SetVisible(true);
+    if (Form* menu = rt.forms.Find(QStringLiteral("Begin1"))) menu->SetVisible(true);
+}
+
 } // namespace vt

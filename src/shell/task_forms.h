@@ -36,4 +36,8 @@ FormLoaders DefaultTaskFormLoaders();
 // changes) or gave up in its own load handler.
 bool OpenTaskStack(Runtime& rt, const FormLoaders& loaders, int buttonIndex);
 
+// The way back, for a task form that closes: the main screen and the lesson menu are shown again
+// as they were left (the task form unloads its own companions).
+void ShowMenuAgain(Runtime& rt);
+
 } // namespace vt

@@ -3,6 +3,7 @@
 #include "core/script_file.h"
 #include "shell/begin1.h"
 #include "shell/study.h"
+#include "support/events.h"
 #include "support/test_env.h"
 
 #include <QApplication>
@@ -211,7 +212,8 @@ TEST(LessonMenu, EachTaskOpensItsStack) {
         env.menu->Command1[0]->setEnabled(true); // a lesson ahead opens task 1 only
         env.rt->app.DictionaryFeedsTask = true;
         env.menu->Command1[static_cast<size_t>(r.button)]->setEnabled(true);
-        env.menu->Command1[static_cast<size_t>(r.button)]->click();
+        // Enter on a task's button opens it, as a click does.
+        test::PressKey(env.menu->Command1[static_cast<size_t>(r.button)], Qt::Key_Return);
 
         AppState& app = env.rt->app;
         EXPECT_EQ(app.OpenTask, r.button + 1) << r.name;
@@ -251,6 +253,9 @@ TEST(LessonMenu, EachTaskOpensItsStack) {
         if (below) {
             EXPECT_EQ(below->Top(), s.belowTop) << r.name;
         }
+
+        ShowMenuAgain(*env.rt); // as the task form does when it closes
+        EXPECT_TRUE(env.menu->Visible() && env.begin->Visible()) << r.name;
     }
     fakeSizes().clear();
 }

@@ -1,5 +1,6 @@
-// The study position and the lesson it opens: task-list states, focus, moving on, the loading of
-// a lesson's words and text, and the arithmetic of a task's stack of forms.
+// The study position and the lesson it opens: moving on, the loading of a lesson's words and
+// text, and the arithmetic of a task's stack of forms. (The task list by position is tested on the
+// menu itself.)
 #include "core/script_file.h"
 #include "shell/study.h"
 #include "support/test_env.h"
@@ -10,11 +11,6 @@ using namespace vt;
 using vt::test::TestEnv;
 
 namespace {
-
-constexpr TaskRowState G{kTaskDone, true};    // done, can be repeated
-constexpr TaskRowState R{kTaskCurrent, true}; // the current task
-constexpr TaskRowState B{kTaskAhead, false};  // still to come, closed
-constexpr TaskRowState B1{kTaskAhead, true};  // task 1 of a lesson ahead
 
 void writeLesson(TestEnv& env, int lesson, const QStringList& words, const QStringList& text) {
     const QString folder = QStringLiteral("Lessons\\Script\\Lesson_%1\\").arg(lesson);
@@ -27,26 +23,6 @@ QByteArray studyFile(TestEnv& env) {
 }
 
 } // namespace
-
-TEST(Study, TaskListFollowsThePosition) {
-    struct Row {
-        const char* name;
-        int open, lesson, task;
-        std::array<TaskRowState, 7> want;
-        int focus;
-    } rows[] = {
-        {"lesson before the position", 2, 3, 4, {G, G, G, G, G, G, G}, 7},
-        {"first task of the position", 3, 3, 1, {R, B, B, B, B, B, B}, 0},
-        {"middle of the position", 3, 3, 4, {G, G, G, R, B, B, B}, 3},
-        {"last task of the position", 3, 3, 7, {G, G, G, G, G, G, R}, 6},
-        {"lesson after the position", 9, 3, 4, {B1, B, B, B, B, B, B}, 7},
-        {"stored task out of range", 3, 3, 0, {B, B, B, B, B, B, B}, -1},
-    };
-    for (const Row& r : rows) {
-        EXPECT_EQ(TaskListState(r.open, r.lesson, r.task), r.want) << r.name;
-        EXPECT_EQ(FocusTarget(r.open, r.lesson, r.task), r.focus) << r.name;
-    }
-}
 
 TEST(Study, AdvanceMovesOnlyFromThePositionAndStoresEachStep) {
     struct Row {
