@@ -47,17 +47,21 @@ bool AtStudyPosition(const AppState& app) {
 bool AdvanceStudy(Runtime& rt) {
     AppState& app = rt.app;
     if (!AtStudyPosition(app)) return false;
+    bool finishedCourse = false;
     ++app.StudyTask;
     if (app.StudyTask > kTaskCount) {
-        if (app.StudyLesson == kLessonCount)
-            rt.MsgBox(
-                QStringLiteral("Congratulations! You have finished studying all the 140 lessons."),
-                Mb::Information, QStringLiteral("Notice"));
         // The last lesson is not treated apart: the position goes on to lesson 141.
+        finishedCourse = app.StudyLesson == kLessonCount;
         app.StudyTask = 1;
         ++app.StudyLesson;
     }
-    if (!SaveStudyPosition(rt))
+    // Stored before any box waits for the learner, so that no step is lost meanwhile.
+    const bool saved = SaveStudyPosition(rt);
+    if (finishedCourse)
+        rt.MsgBox(
+            QStringLiteral("Congratulations! You have finished studying all the 140 lessons."),
+            Mb::Information, QStringLiteral("Notice"));
+    if (!saved)
         rt.MsgBox(QStringLiteral("Your progress could not be saved in Study.zvk; the disk may be "
                                  "full or write-protected. The program keeps your place (lesson "
                                  "%1, task %2) until it is closed.")
