@@ -73,6 +73,12 @@ TEST(LessonMenuOnTheCourse, AFirstStartOpensLessonOneAndTheMenuKeepsItsChoice) {
     EXPECT_NE(rt.app.TextTitle, rt.app.TextLines[1]) << "a TV play's title is not one of its lines";
     EXPECT_EQ(taskList(menu), "b+b-b-b-b-b-b-b+");
 
+    // A lit button goes out when the mouse moves on into the menu.
+    test::MouseMoveOver(begin->Image3[2]);
+    EXPECT_EQ(begin->Image3[2]->PictureName, u"hover");
+    test::MouseMoveOver(menu->Client(), {3, 3});
+    EXPECT_EQ(begin->Image3[2]->PictureName, u"neutral");
+
     // Over to the About panel and back: the same menu, as it was left.
     test::Click(begin->Image3[4]);
     EXPECT_FALSE(menu->Visible());
