@@ -105,11 +105,8 @@ std::optional<SubstitutionTable> SubstitutionTable::FromBytes(QByteArrayView byt
 
 QByteArray SubstitutionTable::ToBytes() const {
     QByteArray out(kFileSize, '\0');
-    for (int i = 0; i < kKeyCount; ++i) {
-        const auto code = static_cast<uint16_t>(Decode(static_cast<int16_t>(i - 32768)));
-        out[2 * i] = static_cast<char>(code & 0xFF);
-        out[2 * i + 1] = static_cast<char>(code >> 8);
-    }
+    for (int i = 0; i < kKeyCount; ++i)
+        WriteInt16LE(out, 2 * i, Decode(static_cast<int16_t>(i - 32768)));
     return out;
 }
 
