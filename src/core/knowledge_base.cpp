@@ -27,28 +27,6 @@ QString vocabularyFile(const AppState& app, int n) {
            QStringLiteral(".zvk");
 }
 
-// Reads the triples of one word file (Pinyin, Chinese, meaning) into the word tables. A rest of
-// one or two lines is passed over.
-void takeWords(Runtime& rt, const QString& path, const QString& family, int16_t kind,
-               int16_t number) {
-    AppState& app = rt.app;
-    ReadScriptFile(rt, path, family, 0);
-    const int triples = app.ScriptLineCount / 3;
-    const int room = kMaxRows - app.WordTable.Count();
-    const int take = std::min(triples, room);
-    app.WordTable.Reserve(app.WordTable.Count() + take);
-    app.WordPinyin.Reserve(app.WordPinyin.Count() + take);
-    app.WordOrigin.Reserve(app.WordOrigin.Count() + take);
-    for (int k = 1; k <= take; ++k) {
-        app.WordPinyin.Append(Trim(app.ScriptLines[3 * k - 2]));
-        app.WordTable.Append(
-            WordRow{Trim(app.ScriptLines[3 * k - 1]), u' ' + Trim(app.ScriptLines[3 * k]) + u' '});
-        app.WordOrigin.Append(WordSource{kind, number});
-    }
-    app.ScriptLines.Erase();
-    app.ScriptLineCount = 0;
-}
-
 bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
 }
@@ -63,16 +41,56 @@ QStringView trimBlanks(QStringView s) {
     return s.sliced(b, e - b);
 }
 
+// The meaning trimmed, with one blank at each end so that a search for " book " also finds the
+// first and the last word. Built in one allocation: this runs for every word of the course.
+QString paddedMeaning(const QString& line) {
+    const QStringView core = trimBlanks(line);
+    QString out;
+    out.reserve(core.size() + 2);
+    out += u' ';
+    out += core;
+    out += u' ';
+    return out;
+}
+
+// Reads the triples of one word file (Pinyin, Chinese, meaning) into the word tables. A rest of
+// one or two lines is passed over.
+void takeWords(Runtime& rt, const QString& path, const QString& family, int16_t kind,
+               int16_t number) {
+    AppState& app = rt.app;
+    ReadScriptFile(rt, path, family, 0);
+    const int triples = app.ScriptLineCount / 3;
+    const int room = kMaxRows - app.WordTable.Count();
+    const int take = std::min(triples, room);
+    for (int k = 1; k <= take; ++k) {
+        app.WordPinyin.Append(Trim(app.ScriptLines[3 * k - 2]));
+        app.WordTable.Append(
+            WordRow{Trim(app.ScriptLines[3 * k - 1]), paddedMeaning(app.ScriptLines[3 * k])});
+        app.WordOrigin.Append(WordSource{kind, number});
+    }
+    app.ScriptLines.Erase();
+    app.ScriptLineCount = 0;
+}
+
+// One digit as text, shared rather than allocated for each of the course's readings.
+QString digitText(QChar digit) {
+    static const QString digits[10] = {
+        QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"),
+        QStringLiteral("4"), QStringLiteral("5"), QStringLiteral("6"), QStringLiteral("7"),
+        QStringLiteral("8"), QStringLiteral("9")};
+    return digits[digit.unicode() - u'0'];
+}
+
 bool sameReading(const CharReading& r, const WordSyllable& s) {
-    return r.Pinyin == s.Letters && r.Tone == s.ToneDigit;
+    return r.Tone == s.ToneDigit && r.Pinyin == s.Letters;
 }
 
 // Adds the readings of one word to CharTable. findRow gives the row of a character or 0 and
 // addRow is told of each new row, so the indexed and the scanning build share everything else.
 template <class FindRow, class AddRow>
-void addWord(AppState& app, const QString& chinese, const QString& pinyin, FindRow&& findRow,
-             AddRow&& addRow) {
-    const std::vector<WordSyllable> syllables = CutWordSyllables(pinyin);
+void addWord(AppState& app, const QString& chinese, const QString& pinyin,
+             std::vector<WordSyllable>& syllables, FindRow&& findRow, AddRow&& addRow) {
+    CutWordSyllables(pinyin, syllables);
     const QString chars = StripPunctuation(chinese);
     if (chars.size() != static_cast<qsizetype>(syllables.size())) return;
     for (qsizetype i = 0; i < chars.size(); ++i) {
@@ -104,8 +122,9 @@ void buildCharTable(Runtime& rt, LoadProgress& progress, FindRow&& findRow, AddR
     AppState& app = rt.app;
     app.CharTable.Erase();
     app.CharCount = 0;
+    std::vector<WordSyllable> syllables; // reused from word to word
     for (int w = 1; w <= app.WordCount; ++w) {
-        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], findRow, addRow);
+        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, findRow, addRow);
         progress.Step(CharacterBar);
     }
 }
@@ -124,6 +143,12 @@ void LoadProgress::SetValue(int bar, int value) {
 
 std::vector<WordSyllable> CutWordSyllables(QStringView pinyin) {
     std::vector<WordSyllable> out;
+    CutWordSyllables(pinyin, out);
+    return out;
+}
+
+void CutWordSyllables(QStringView pinyin, std::vector<WordSyllable>& out) {
+    out.clear();
     qsizetype start = 0;
     for (qsizetype i = 0; i < pinyin.size(); ++i) {
         if (!isDigit(pinyin[i])) continue;
@@ -131,7 +156,6 @@ std::vector<WordSyllable> CutWordSyllables(QStringView pinyin) {
         start = i + 1;
     }
     if (out.empty()) out.push_back({trimBlanks(pinyin), QStringView()});
-    return out;
 }
 
 CharReading MakeReading(const WordSyllable& s) {
@@ -139,7 +163,7 @@ CharReading MakeReading(const WordSyllable& s) {
     r.Pinyin = s.Letters.toString();
     r.Plain = StripPunctuation(r.Pinyin);
     r.Initial = r.Plain.left(1);
-    r.Tone = s.ToneDigit.toString();
+    r.Tone = s.ToneDigit.isEmpty() ? QString() : digitText(s.ToneDigit[0]);
     if (r.Tone.isEmpty()) {
         r.ToneKey = QStringLiteral("0");
     } else if (r.Tone == u"0") {

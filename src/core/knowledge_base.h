@@ -79,6 +79,8 @@ struct WordSyllable {
 // after the last digit is dropped; Pinyin without any digit gives one syllable of all its
 // letters with no tone.
 std::vector<WordSyllable> CutWordSyllables(QStringView pinyin);
+// The same into a vector the caller keeps, so a long run of words allocates nothing.
+void CutWordSyllables(QStringView pinyin, std::vector<WordSyllable>& out);
 
 // A reading of a character made from one syllable, with its tone fields filled.
 CharReading MakeReading(const WordSyllable& syllable);
