@@ -42,8 +42,7 @@ Background::Background(Runtime& runtime) : Form(runtime, QString::fromLatin1(kNa
     Move(0, 0, rt.screen.Width(), rt.screen.Height());
 
     Image1 = Add<ImageBox>(this, QStringLiteral("Image1"), 0, 0, Width(), Height());
-    Image1->setAttribute(Qt::WA_TransparentForMouseEvents);
-    Image1->LoadPicture(QStringLiteral(":/desktop.svg"));
+    Image1->setAttribute(Qt::WA_TransparentForMouseEvents); // its picture comes with the mode
 
     Label10 = Add<Label>(this, QStringLiteral("Label10"), 130, 0, 7000, 420);
     Label10->SetCaption(QStringLiteral("VantoriaNet Classroom Online"));
@@ -145,8 +144,10 @@ void Background::ApplyScreenMode(int16_t mode, bool save) {
 
 void Background::layoutForMode() {
     const int w = Width(), h = Height();
-    PlaceTwips(Image1, 0, 0, w, h);
-    Image1->LoadPicture(QStringLiteral(":/desktop.svg"));
+    if (TwipsOf(Image1) != QRect(0, 0, w, h) || Image1->Picture().isNull()) {
+        PlaceTwips(Image1, 0, 0, w, h);
+        Image1->LoadPicture(QStringLiteral(":/desktop.svg"));
+    }
     const int l5w = WidthTwips(Label5), l5h = HeightTwips(Label5);
     MoveTwips(Label5, w - l5w - 130, h - l5h - 65);
     MoveTwips(Label6, w - WidthTwips(Label6) - 130, TopTwips(Label5) - HeightTwips(Label6) - 65);

@@ -6,7 +6,9 @@ namespace vt {
 
 namespace {
 constexpr int kRecordLength = 4;
-QString studyPath(const Runtime& rt) { return rt.app.AppPath + QStringLiteral("Study.zvk"); }
+QString studyPath(const Runtime& rt) {
+    return rt.app.AppPath + QStringLiteral("Study.zvk");
+}
 } // namespace
 
 void LoadStudyPosition(Runtime& rt) {
