@@ -28,6 +28,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <sndfile.h>
@@ -59,6 +60,13 @@ std::vector<Syllable> writeSyllables(const QString& root) {
     for (const QString& word : QString::fromLatin1(kSentence).split(u' ')) {
         QString sound = word;
         if (sound.endsWith(u'0')) sound.back() = u'1'; // a neutral syllable's recording
+        auto same = std::find_if(out.begin(), out.end(),
+                                 [&](const Syllable& s) { return s.sound == sound; });
+        if (same != out.end()) { // a syllable said twice has one recording
+            out.push_back(*same);
+            ++i;
+            continue;
+        }
         const int ms = 180 + (i * 37) % 140;
         const int hz = 300 + 60 * i;
         const QString dir = root + QStringLiteral("/Phonetic Symbols/") + sound.left(1).toUpper();
@@ -81,6 +89,8 @@ std::vector<Syllable> writeSyllables(const QString& root) {
 }
 
 struct Gaps {
+    double firstMs = -1; // where the first sound starts
+    double lastMs = 0;   // where the last one ends
     int sounds = 0;
     int gaps = 0;
     double totalMs = 0;
@@ -112,8 +122,10 @@ Gaps findGaps(const std::vector<float>& samples, int channels, int rate, bool pr
             }
             ++g.sounds;
             inSound = true;
+            if (g.firstMs < 0) g.firstMs = i * 1000.0 / rate;
         }
         quiet = 0;
+        g.lastMs = (i + 1) * 1000.0 / rate;
     }
     return g;
 }
@@ -177,11 +189,15 @@ double ours(const QString& root, const std::vector<Syllable>& syllables) {
     sound->Cache().Clear();
     device->SetTap(true);
     double wallMs = 0;
+    double mixedMs = 0;
+    int64_t mixedBefore = 0;
     sound->SetSpeechEndHandler(0, [&] {
         wallMs = t.nsecsElapsed() / 1e6;
+        mixedMs = (sound->Engine().FramesMixed() - mixedBefore) * 1000.0 / rate;
         QCoreApplication::quit();
     });
     t.restart();
+    mixedBefore = sound->Engine().FramesMixed();
     SpeakPinyin(rt, QString::fromLatin1(kSentence));
     QTimer::singleShot(30000, qApp, [] { QCoreApplication::quit(); });
     QCoreApplication::exec();
@@ -195,6 +211,10 @@ double ours(const QString& root, const std::vector<Syllable>& syllables) {
     std::printf("ours:  %d sounds in the output, %d silent gaps, %.3f ms in all, largest %.3f ms; "
                 "speech took %.1f ms for %.1f ms of syllables\n",
                 g.sounds, g.gaps, g.totalMs, g.maxMs, wallMs, sumMs);
+    std::printf("ours:  sound from %.2f ms to %.2f ms of the output: %.2f ms\n", g.firstMs,
+                g.lastMs, g.lastMs - g.firstMs);
+    std::printf("ours:  the output pulled %.1f ms of sound in %.1f ms on the wall clock\n", mixedMs,
+                wallMs);
     return g.totalMs / double(syllables.size() - 1);
 }
 
@@ -246,6 +266,8 @@ double naive(const QString& root, const std::vector<Syllable>& syllables) {
 int main(int argc, char** argv) {
     if (argc >= 4 && std::strcmp(argv[1], "--analyze") == 0)
         return analyze(argv[2], std::atoi(argv[3]));
+    for (int i = 1; i + 1 < argc; ++i)
+        if (std::strcmp(argv[i], "--buffer") == 0) bufferFrames = std::atoi(argv[i + 1]);
     QCoreApplication app(argc, argv);
     QTemporaryDir dir;
     const std::vector<Syllable> syllables = writeSyllables(dir.path());

@@ -113,7 +113,7 @@ protected:
 };
 
 // The lead: the device's buffer plus time for the user-interface thread to answer.
-constexpr int kAnswerMs = 30;
+constexpr int kAnswerMs = 50;
 
 // The sound device through SDL, opened once. When none opens, or SDL is told to use its dummy
 // driver, a thread of ours pulls the same buffers in silence, on deadlines from a steady clock:
