@@ -461,5 +461,119 @@ TEST(CoursepackAudio, TrimmedAndEvenedRecordingsMatchInLoudness) {
     EXPECT_NEAR(back.samples[100], loud.samples[100], 1.0 / 16000);
 }
 
+TEST(CoursepackLexicon, DictionaryReadingsBecomeTheCoursesForm) {
+    const struct {
+        const char* name;
+        const char* cedict;
+        const char* numeric;
+    } rows[] = {
+        {"capital of a name", "Zhong1 guo2", "zhong1 guo2"},
+        {"u with two dots", "lu:4 se4", "lv4 se4"},
+        {"neutral tone 5", "xie4 xie5", "xie4 xie0"},
+        {"erhua is no syllable of its own", "yi1 dian3 r5", "yi1 dian3 r0"},
+        {"letters are not syllables", "A A zhi4", ""},
+        {"punctuation is not a syllable", "yi1 , er4", ""},
+    };
+    for (const auto& r : rows)
+        EXPECT_EQ(CedictToNumeric(QString::fromUtf8(r.cedict)), QString::fromUtf8(r.numeric))
+            << r.name;
+
+    EXPECT_EQ(CleanMeanings({"variant of 個|个[ge4]", "surname Li", "see 一下[yi1 xia4]", "plum",
+                             "CL:棵[ke1]", "plum", "old variant of X"}),
+              (QStringList{"plum", "CL:棵"}));
+    QStringList many;
+    for (int i = 0; i < 10; ++i)
+        many << QStringLiteral("m%1").arg(i);
+    EXPECT_EQ(CleanMeanings(many).size(), 7);
+}
+
+TEST(CoursepackLexicon, SentencesAreReadByTheLongestKnownWord) {
+    Lexicon lexicon;
+    lexicon.LoadFromTexts(
+        QStringLiteral("中 中 [zhong1] /middle/\n中國 中国 [Zhong1 guo2] /China/\n"
+                       "國 国 [guo2] /country/\n人 人 [ren2] /person/\n"
+                       "了 了 [le5] /(particle)/\n"),
+        QString(), QString());
+    lexicon.AddCourseReading(QStringLiteral("中国人"), QStringLiteral("zhong1 guo2 ren2"));
+    lexicon.AddCourseReading(QStringLiteral("好"), QStringLiteral("hao3"));
+    int unknown = -1;
+    // The course word wins as a whole; a neutral tone is written 5 for the voice; a stop makes a
+    // pause; an unknown character is left out and counted.
+    EXPECT_EQ(lexicon.ToSpokenPinyin(QStringLiteral("中国人好了。中国，龘人"), &unknown),
+              QStringLiteral("zhong1 guo2 ren2 hao3 le5. zhong1 guo2, ren2"));
+    EXPECT_EQ(unknown, 1);
+}
+
+TEST(CoursepackLexicon, VocabularyFollowsTheRankAndLeavesOutWhatCannotBeTaught) {
+    Lexicon lexicon;
+    lexicon.LoadFromTexts(
+        QStringLiteral("學生 学生 [xue2 sheng5] /student/\n"
+                       "老師 老师 [lao3 shi1] /teacher/\n"
+                       "一點兒 一点儿 [yi1 dian3 r5] /a little/\n"
+                       "卡拉OK 卡拉OK [ka3 la1 O K] /karaoke/\n"
+                       "個 个 [ge4] /variant of 箇|个[ge4]/\n"
+                       "書 书 [shu1] /book/\n"
+                       "天 天 [tian1] /day/\n"),
+        QStringLiteral("    [\"老师\", \"一点儿\", \"卡拉OK\"],\n    [\"个\", \"学生\"],\n"),
+        QStringLiteral("书\t9\t9\n老师\t8\t8\n天\t7\t7\n"));
+    Course course;
+    course.lessons.resize(1);
+    course.lessons[0].words.push_back({"xue2 sheng0", "xu.e2 sh.eng0", "学生", "student", {}});
+    const auto all = BuildVocabulary(lexicon, course, 100);
+    QStringList words;
+    for (const VocabularyEntry& e : all)
+        words << e.chinese;
+    // HSK order first, then subtitle frequency; lesson words, unpaired readings, Latin letters
+    // and entries with nothing left to teach are left out.
+    EXPECT_EQ(words, (QStringList{"老师", "书", "天"}));
+    EXPECT_EQ(all[1].dotted, QStringLiteral("sh.u1"));
+    EXPECT_EQ(BuildVocabulary(lexicon, course, 2).size(), 2u);
+
+    // The vocabulary spreads over the twenty files, one triple of lines per entry.
+    const auto specs = ScriptFiles(course, all);
+    int vocabularyFiles = 0;
+    for (const ScriptSpec& s : specs)
+        if (s.family == QStringLiteral("VO")) {
+            ++vocabularyFiles;
+            EXPECT_EQ(s.lines.size() % 3, 0);
+        }
+    EXPECT_EQ(vocabularyFiles, 20);
+}
+
+TEST(CoursepackSyllables, EverySyllableInUseGetsTheRecordingTheProgramPlays) {
+    Course course;
+    course.lessons.resize(1);
+    course.lessons[0].words.push_back({"", "m.a0 n.v3 .er2", "", "", {}});
+    course.categories.resize(1);
+    course.categories[0].push_back({"", "n.i3 ... m.a0", "", "", true, {}});
+    const auto used = NeededSyllables(course, {{"zh.ong1", "中", "middle"}}, false);
+    // A neutral syllable is played with its first tone.
+    EXPECT_EQ(used, (std::set<QString>{"ma1", "nv3", "er2", "ni3", "zhong1"}));
+    EXPECT_EQ(SyllableFile(QStringLiteral("zhong1")),
+              QStringLiteral("Phonetic Symbols\\Z\\zhong1.wav"));
+    // The whole table adds every syllable in every tone it lists.
+    const auto all = NeededSyllables(course, {});
+    EXPECT_TRUE(all.count(QStringLiteral("za1")));
+    EXPECT_FALSE(all.count(QStringLiteral("za4")));
+    EXPECT_GT(all.size(), 1200u);
+    EXPECT_EQ(NumberSymbols().size(), 25u);
+}
+
+TEST(CoursepackSources, QuestionsKeepTheirRightMarksAndSkipLeadingComments) {
+    SourceFolder src;
+    src.WriteTitles();
+    src.Write(
+        QStringLiteral("lessons/005/questions.txt"),
+        QStringLiteral(
+            "# about the text\n谁来了？\n#  王明\n李华\n\n\n# next\nWhat is 你好?\n#hello\n"));
+    const Course course = ReadOk(src);
+    const auto& q = course.lessons[4].questions;
+    ASSERT_EQ(q.size(), 2u);
+    EXPECT_EQ(q[0].text, QStringLiteral("谁来了？"));
+    EXPECT_EQ(q[0].options, (QStringList{"#王明", "李华"}));
+    EXPECT_EQ(q[1].options, (QStringList{"#hello"}));
+    EXPECT_EQ(q[1].place.line, 8);
+}
+
 } // namespace
 } // namespace vt::coursepack

@@ -16,6 +16,9 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <cstdio>
 
 using namespace vt;
@@ -52,8 +55,11 @@ void checkStrokes(const QString& data, const QString& npm) {
         if (npm.isEmpty()) continue;
         QFile json(StrokeJsonPath(npm, chars[n - 1]));
         if (!json.open(QIODevice::ReadOnly)) continue;
-        int expected = 0;
-        TraceFromJson(json.readAll(), &expected);
+        const int expected = static_cast<int>(QJsonDocument::fromJson(json.readAll())
+                                                  .object()
+                                                  .value(QStringLiteral("medians"))
+                                                  .toArray()
+                                                  .size());
         if (CountStrokes(points) != expected)
             fault(QStringLiteral("Characters/%1.zvk (%2): %3 strokes, the stroke data has %4")
                       .arg(n)
