@@ -165,21 +165,72 @@ bool SpeechAvailable() {
     return p.waitForFinished(10000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
 }
 
-Pcm SpeakPinyin(const QString& pinyin, const Voice& voice, QString* error) {
+namespace {
+// The raw speech of espeak-ng for a text; with ssml the text may carry <break> marks.
+Pcm runSpeech(const QString& text, const Voice& voice, bool ssml, QString* error) {
     QString name = QStringLiteral("cmn-latn-pinyin");
     if (!voice.variant.isEmpty()) name += u'+' + voice.variant;
+    QStringList args{QStringLiteral("-v"),      name,
+                     QStringLiteral("-p"),      QString::number(voice.pitch),
+                     QStringLiteral("-s"),      QString::number(voice.speed),
+                     QStringLiteral("--stdout")};
+    if (ssml) args << QStringLiteral("-m");
     QProcess p;
-    p.start(QStringLiteral("espeak-ng"),
-            {QStringLiteral("-v"), name, QStringLiteral("-p"), QString::number(voice.pitch),
-             QStringLiteral("-s"), QString::number(voice.speed), QStringLiteral("--stdout"),
-             pinyin});
-    if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
+    p.start(QStringLiteral("espeak-ng"), args << text);
+    if (!p.waitForFinished(120000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
         if (error)
             *error =
-                QStringLiteral("espeak-ng could not speak \"%1\": %2").arg(pinyin, p.errorString());
+                QStringLiteral("espeak-ng could not speak \"%1\": %2").arg(text, p.errorString());
         return {};
     }
-    Pcm pcm = DecodeWav(p.readAllStandardOutput());
+    return DecodeWav(p.readAllStandardOutput());
+}
+
+constexpr int kBatchPauseMs = 1200;
+constexpr int kBatchCutMs = 600; // a silence this long only stands between two items
+} // namespace
+
+std::vector<Pcm> SpeakPinyinBatch(const QStringList& items, const Voice& voice, QString* error) {
+    QString text = QStringLiteral("<speak>");
+    for (int i = 0; i < items.size(); ++i) {
+        if (i > 0) text += QStringLiteral("<break time=\"%1ms\"/>").arg(kBatchPauseMs);
+        text += items[i].toHtmlEscaped();
+    }
+    text += QStringLiteral("</speak>");
+    const Pcm all = runSpeech(text, voice, true, error);
+    std::vector<Pcm> out;
+    const size_t cut = static_cast<size_t>(all.rate) * kBatchCutMs / 1000;
+    size_t begin = 0, quiet = 0;
+    bool voiced = false;
+    for (size_t i = 0; i <= all.samples.size(); ++i) {
+        const bool end = i == all.samples.size();
+        if (!end && std::fabs(all.samples[i]) > 0.002f) {
+            if (!voiced) begin = i;
+            voiced = true;
+            quiet = 0;
+            continue;
+        }
+        if (!end) ++quiet;
+        if (voiced && (end || quiet >= cut)) {
+            Pcm piece;
+            piece.rate = all.rate;
+            piece.samples.assign(all.samples.begin() + static_cast<long>(begin),
+                                 all.samples.begin() + static_cast<long>(i));
+            TrimSilence(piece);
+            EvenLoudness(piece);
+            out.push_back(std::move(piece));
+            voiced = false;
+        }
+    }
+    if (static_cast<qsizetype>(out.size()) == items.size()) return out;
+    out.clear();
+    for (const QString& item : items)
+        out.push_back(SpeakPinyin(item, voice, error));
+    return out;
+}
+
+Pcm SpeakPinyin(const QString& pinyin, const Voice& voice, QString* error) {
+    Pcm pcm = runSpeech(pinyin, voice, false, error);
     TrimSilence(pcm);
     EvenLoudness(pcm);
     if (pcm.samples.empty() && error)

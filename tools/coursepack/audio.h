@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <vector>
 
@@ -50,6 +51,10 @@ void AppendSilence(Pcm& pcm, int ms);
 // Speaks numeric Pinyin ("ni3 hao3, ma5") with espeak-ng; trimmed and evened. Empty when
 // espeak-ng could not be run; error then says why.
 Pcm SpeakPinyin(const QString& pinyin, const Voice& voice, QString* error);
+// Speaks many short items (single syllables or words) in one run of espeak-ng, with a long
+// pause between them, and cuts the result at those pauses; each piece is trimmed and evened as
+// SpeakPinyin does. When the pieces cannot be told apart, each item is spoken on its own.
+std::vector<Pcm> SpeakPinyinBatch(const QStringList& items, const Voice& voice, QString* error);
 // Whether espeak-ng can be run at all.
 bool SpeechAvailable();
 

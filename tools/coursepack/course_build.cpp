@@ -197,6 +197,7 @@ private:
             jobs.push_back({pinyin, teacher, {}, {}});
             targets.push_back(QStringLiteral("Numbers\\") + symbol + QStringLiteral(".wav"));
         }
+        const size_t shortJobs = jobs.size();
         for (const Lesson& l : course_.lessons) {
             if (!l.present || l.IsPlay()) continue;
             for (int i = 0; i < l.textLines.size(); ++i) {
@@ -240,7 +241,24 @@ private:
         }
 
         std::vector<std::function<void()>> work;
-        for (SpeechJob& j : jobs)
+        // Syllables and number words are short: many go through one run of the speech engine.
+        constexpr size_t kBatch = 40;
+        for (size_t from = 0; from < shortJobs; from += kBatch) {
+            const size_t to = std::min(shortJobs, from + kBatch);
+            work.push_back([&jobs, from, to, teacher] {
+                QStringList items;
+                for (size_t i = from; i < to; ++i)
+                    items << jobs[i].pinyin;
+                QString error;
+                std::vector<Pcm> pieces = SpeakPinyinBatch(items, teacher, &error);
+                for (size_t i = from; i < to; ++i) {
+                    jobs[i].result = std::move(pieces[i - from]);
+                    if (jobs[i].result.samples.empty()) jobs[i].error = error;
+                }
+            });
+        }
+        for (size_t k = shortJobs; k < jobs.size(); ++k) {
+            SpeechJob& j = jobs[k];
             work.push_back([&j] {
                 if (j.pinyin.isEmpty())
                     j.error = QStringLiteral("no character of the sentence has a known reading; "
@@ -248,6 +266,7 @@ private:
                 else
                     j.result = SpeakPinyin(j.pinyin, j.voice, &j.error);
             });
+        }
         RunParallel(work, options_.workers);
 
         for (size_t i = 0; i < jobs.size(); ++i) {
