@@ -461,6 +461,19 @@ TEST(CoursepackAudio, TrimmedAndEvenedRecordingsMatchInLoudness) {
     EXPECT_NEAR(back.samples[100], loud.samples[100], 1.0 / 16000);
 }
 
+TEST(CoursepackAudio, ABatchOfItemsIsCutIntoTheSameRecordingsAsSingleRuns) {
+    if (!SpeechAvailable()) GTEST_SKIP() << "espeak-ng is not installed";
+    const QStringList items{"ma1", "zhong1", "bai3 fen1 zhi1", "shi2"};
+    QString error;
+    const std::vector<Pcm> batch = SpeakPinyinBatch(items, TeacherVoice(), &error);
+    ASSERT_EQ(batch.size(), items.size()) << error.toStdString();
+    for (int i = 0; i < items.size(); ++i) {
+        const Pcm single = SpeakPinyin(items[i], TeacherVoice(), &error);
+        EXPECT_NEAR(batch[static_cast<size_t>(i)].Milliseconds(), single.Milliseconds(), 40)
+            << items[i].toStdString();
+    }
+}
+
 TEST(CoursepackLexicon, DictionaryReadingsBecomeTheCoursesForm) {
     const struct {
         const char* name;
