@@ -9,12 +9,11 @@ build=${1:-$repo/build}
 
 packages=(
     build-essential cmake ninja-build pkg-config git
-    qt6-base-dev qt6-svg-dev libqt6svg6-dev libgl-dev qt6-multimedia-dev
+    qt6-base-dev qt6-svg-dev libgl-dev qt6-multimedia-dev
     libsdl2-dev libsndfile1-dev
     libgtest-dev googletest libbenchmark-dev
     clang-14 libclang-rt-14-dev
     espeak-ng sox libsox-fmt-mp3 lame
-    nodejs npm
     fonts-noto-cjk fonts-noto-core
     xvfb xauth
 )
@@ -23,6 +22,8 @@ missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done
+# Node.js with npm may already come from elsewhere; Debian's packages only when it is absent.
+command -v npm >/dev/null 2>&1 || missing+=(nodejs npm)
 if ((${#missing[@]})); then
     echo "setup: installing ${missing[*]}"
     sudo_cmd=""

@@ -2,6 +2,7 @@
 
 #include "core/pinyin.h"
 #include "core/speech.h"
+#include "core/substitution_tables.h"
 #include "platform/runtime.h"
 #include "shell/begin.h"
 #include "shell/start_or_not.h"
@@ -95,6 +96,11 @@ void Background::Form_Load() {
         }
     }
     rt.app.AppPath = rt.ProgramFolder;
+    // A deployment may bring its own substitution tables beside the course.
+    const QStringList problems = LoadSubstitutionTables(
+        rt.files, rt.app.AppPath + QString::fromUtf16(kSubstitutionTableFolder));
+    if (!problems.isEmpty())
+        rt.MsgBox(problems.join(u'\n'), Mb::Exclamation, QStringLiteral("Warning"));
     const LocalZone zone = GetLocalTZ(rt.time.Zone(), rt.time.Now());
     ZoneName = zone.name;
     BeijingOffset = static_cast<int16_t>(480 - zone.offsetMinutes);
