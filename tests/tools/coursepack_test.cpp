@@ -517,6 +517,21 @@ TEST(CoursepackLexicon, SentencesAreReadByTheLongestKnownWord) {
     EXPECT_EQ(unknown, 1);
 }
 
+TEST(CoursepackLexicon, ACharacterIsReadTheWayItIsMostOftenHeard) {
+    Lexicon lexicon;
+    lexicon.LoadFromTexts(
+        QStringLiteral("行 行 [hang2] /row/line/firm/\n行 行 [xing2] /to walk/OK/\n"
+                       "了 了 [le5] /(completed action)/\n了 了 [liao3] /to finish/to know/\n"
+                       "都 都 [Du1] /surname Du/\n都 都 [dou1] /all/\n"),
+        QString(), QString(),
+        QStringLiteral("module.exports = {\n    \"了le\": \"30101\",\n    \"了liǎo\": \"654\",\n"
+                       "    \"行xíng\": \"2943\",\n    \"行háng\": \"218\",\n};\n"));
+    EXPECT_EQ(lexicon.Find(QStringLiteral("行"))->numeric, QStringLiteral("xing2"));
+    EXPECT_EQ(lexicon.Find(QStringLiteral("了"))->numeric, QStringLiteral("le0"));
+    // A name comes after a common word whatever its count.
+    EXPECT_EQ(lexicon.Find(QStringLiteral("都"))->numeric, QStringLiteral("dou1"));
+}
+
 TEST(CoursepackLexicon, VocabularyFollowsTheRankAndLeavesOutWhatCannotBeTaught) {
     Lexicon lexicon;
     lexicon.LoadFromTexts(

@@ -88,13 +88,25 @@ bool Lexicon::Load(const QString& npmDir, QString* error) {
         return false;
     }
     LoadFromTexts(templateLiteral(cedict, QStringLiteral("module.exports")), hsk,
-                  templateLiteral(movie, QStringLiteral("let data")));
+                  templateLiteral(movie, QStringLiteral("let data")),
+                  readText(base + QStringLiteral("statistics/pinyinFrequency.js")));
     return true;
 }
 
 void Lexicon::LoadFromTexts(const QString& cedict, const QString& hsk,
-                            const QString& subtitleFrequency) {
-    QHash<QString, int> bestScore;
+                            const QString& subtitleFrequency, const QString& readingFrequency) {
+    // How often a character is read one way: "了le": "30101" (character + marked reading).
+    QHash<QString, int> readingCount;
+    static const QRegularExpression countLine(QStringLiteral("\"([^\"]+)\":\\s*\"(\\d+)\""));
+    for (auto it = countLine.globalMatch(readingFrequency); it.hasNext();) {
+        const auto m = it.next();
+        readingCount.insert(m.captured(1), m.captured(2).toInt());
+    }
+    auto usage = [&](const LexEntry& e) {
+        if (e.simplified.size() != 1 || readingCount.isEmpty()) return 0;
+        return readingCount.value(e.simplified + PinyinToMarks(NumericToDotted(e.numeric)));
+    };
+    QHash<QString, std::pair<int, int>> bestScore; // score (lower is better), usage
     for (QStringView line : QStringTokenizer(cedict, u'\n')) {
         if (line.isEmpty() || line[0] == u'#') continue;
         // "Trad Simp [pin1 yin1] /meaning/meaning/"
@@ -112,8 +124,10 @@ void Lexicon::LoadFromTexts(const QString& cedict, const QString& hsk,
         e.meanings = CleanMeanings(defs.split(u'/'));
         const int s = score(e, raw);
         auto it = bestScore.find(e.simplified);
-        if (it == bestScore.end() || s < *it) {
-            bestScore[e.simplified] = s;
+        if (it != bestScore.end() && s > it->first) continue;
+        const int used = usage(e);
+        if (it == bestScore.end() || s < it->first || used > it->second) {
+            bestScore[e.simplified] = {s, used};
             longest_ = std::max(longest_, static_cast<int>(e.simplified.size()));
             best_[e.simplified] = e;
         }

@@ -25,9 +25,13 @@ public:
     // Reads <npmDir>/node_modules/chinese-lexicon. False with error when it is not there.
     bool Load(const QString& npmDir, QString* error);
     // The same from the texts of the three files, for tests.
-    void LoadFromTexts(const QString& cedict, const QString& hsk, const QString& subtitleFrequency);
+    // readingFrequency says how often a character is read which way; it picks the reading of a
+    // character with several.
+    void LoadFromTexts(const QString& cedict, const QString& hsk, const QString& subtitleFrequency,
+                       const QString& readingFrequency = QString());
 
-    // The best entry of a word: a common word before a name or a variant spelling.
+    // The best entry of a word: a common word before a name or a variant spelling, and of a
+    // character the reading most often heard.
     const LexEntry* Find(const QString& simplified) const;
     // HSK levels 1 to 6 in order, then the other words by their frequency in film subtitles.
     const QStringList& RankedWords() const { return ranked_; }
