@@ -9,7 +9,8 @@ build=${1:-$repo/build}
 
 packages=(
     build-essential cmake ninja-build pkg-config git
-    qt6-base-dev qt6-svg-dev libgl-dev qt6-multimedia-dev
+    qt6-base-dev qt6-svg-dev libgl-dev
+    qt6-multimedia-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     libsdl2-dev libsndfile1-dev
     libgtest-dev googletest libbenchmark-dev
     clang-14 libclang-rt-14-dev
