@@ -559,9 +559,9 @@ TEST(CoursepackLexicon, VocabularyFollowsTheRankAndLeavesOutWhatCannotBeTaught) 
     EXPECT_EQ(BuildVocabulary(lexicon, course, 2).size(), 2u);
 
     // The vocabulary spreads over the twenty files, one triple of lines per entry.
-    const auto specs = ScriptFiles(course, all);
+    const auto entries = ScriptFiles(course, all);
     int vocabularyFiles = 0;
-    for (const ScriptSpec& s : specs)
+    for (const ScriptFileEntry& s : entries)
         if (s.family == QStringLiteral("VO")) {
             ++vocabularyFiles;
             EXPECT_EQ(s.lines.size() % 3, 0);

@@ -107,8 +107,8 @@ public:
         report_.vocabularyEntries = static_cast<int>(vocabulary.size());
 
         QString error;
-        const auto specs = ScriptFiles(course_, vocabulary);
-        report_.scriptFiles = WriteScriptFiles(files_, options_.outDir, specs, &error);
+        const auto entries = ScriptFiles(course_, vocabulary);
+        report_.scriptFiles = WriteScriptFiles(files_, options_.outDir, entries, &error);
         if (!error.isEmpty()) return failed(error);
         if (!writeStrokes()) return false;
         if (!writePictures()) return false;

@@ -85,28 +85,30 @@ QStringList VocabularyLines(const std::vector<VocabularyEntry>& entries) {
     return out;
 }
 
-std::vector<ScriptSpec> ScriptFiles(const Course& course,
-                                    const std::vector<VocabularyEntry>& vocabulary) {
-    std::vector<ScriptSpec> specs;
-    specs.push_back(
+std::vector<ScriptFileEntry> ScriptFiles(const Course& course,
+                                         const std::vector<VocabularyEntry>& vocabulary) {
+    std::vector<ScriptFileEntry> entries;
+    entries.push_back(
         {QStringLiteral("Lessons\\Title.zvk"), QStringLiteral("RT"), TitleLines(course)});
     for (const Lesson& l : course.lessons) {
         if (!l.present) continue;
         const QString dir = lessonFolder(l.number);
-        specs.push_back({dir + QStringLiteral("icwp.zvk"), QStringLiteral("RW"), WordLines(l)});
-        specs.push_back({dir + QStringLiteral("lifr.zvk"), QStringLiteral("RT"), TextFileLines(l)});
-        specs.push_back({dir + QStringLiteral("ogae.zvk"), QStringLiteral("RQ"), QuestionLines(l)});
+        entries.push_back({dir + QStringLiteral("icwp.zvk"), QStringLiteral("RW"), WordLines(l)});
+        entries.push_back(
+            {dir + QStringLiteral("lifr.zvk"), QStringLiteral("RT"), TextFileLines(l)});
+        entries.push_back(
+            {dir + QStringLiteral("ogae.zvk"), QStringLiteral("RQ"), QuestionLines(l)});
     }
     if (!course.dialogs.empty())
-        specs.push_back(
+        entries.push_back(
             {QStringLiteral("Spoken\\Script.zvk"), QStringLiteral("SP"), DialogLines(course)});
     for (size_t k = 0; k < course.categories.size(); ++k)
         if (!course.categories[k].empty())
-            specs.push_back({QStringLiteral("Spoken\\Script_%1.zvk").arg(k + 1),
-                             QStringLiteral("SP"), RowLines(course.categories[k])});
+            entries.push_back({QStringLiteral("Spoken\\Script_%1.zvk").arg(k + 1),
+                               QStringLiteral("SP"), RowLines(course.categories[k])});
     for (size_t n = 0; n < course.sentenceFiles.size(); ++n)
-        specs.push_back({QStringLiteral("Spoken\\Script%1.zvk").arg(n + 1), QStringLiteral("SP"),
-                         RowLines(course.sentenceFiles[n])});
+        entries.push_back({QStringLiteral("Spoken\\Script%1.zvk").arg(n + 1), QStringLiteral("SP"),
+                           RowLines(course.sentenceFiles[n])});
     if (!vocabulary.empty()) {
         constexpr size_t files = 20;
         const size_t per = (vocabulary.size() + files - 1) / files;
@@ -115,17 +117,17 @@ std::vector<ScriptSpec> ScriptFiles(const Course& course,
             const size_t to = std::min(vocabulary.size(), from + per);
             std::vector<VocabularyEntry> part(vocabulary.begin() + static_cast<long>(from),
                                               vocabulary.begin() + static_cast<long>(to));
-            specs.push_back({QStringLiteral("Vocabulary\\ci%1.zvk").arg(f + 1),
-                             QStringLiteral("VO"), VocabularyLines(part)});
+            entries.push_back({QStringLiteral("Vocabulary\\ci%1.zvk").arg(f + 1),
+                               QStringLiteral("VO"), VocabularyLines(part)});
         }
     }
-    return specs;
+    return entries;
 }
 
-int WriteScriptFiles(FileStore& files, const QString& outDir, const std::vector<ScriptSpec>& specs,
-                     QString* error) {
+int WriteScriptFiles(FileStore& files, const QString& outDir,
+                     const std::vector<ScriptFileEntry>& entries, QString* error) {
     int written = 0;
-    for (const ScriptSpec& s : specs) {
+    for (const ScriptFileEntry& s : entries) {
         if (!WriteScriptFile(files, DataPath(outDir, s.path), s.lines, s.family,
                              SeedForPath(s.path))) {
             if (error) *error = QStringLiteral("could not write %1").arg(DataPath(outDir, s.path));

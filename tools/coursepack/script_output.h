@@ -15,7 +15,7 @@ class FileStore;
 
 namespace vt::coursepack {
 
-struct ScriptSpec {
+struct ScriptFileEntry {
     QString path;   // relative to the data folder, with "\": "Lessons\Title.zvk"
     QString family; // "RT", "RW", "RQ", "SP", "VO"
     QStringList lines;
@@ -37,15 +37,15 @@ QStringList RowLines(const std::vector<SentenceRow>& rows);
 QStringList VocabularyLines(const std::vector<VocabularyEntry>& entries);
 
 // Every script file of the course; vocabulary is split evenly over ci1 .. ci20.
-std::vector<ScriptSpec> ScriptFiles(const Course& course,
-                                    const std::vector<VocabularyEntry>& vocabulary);
+std::vector<ScriptFileEntry> ScriptFiles(const Course& course,
+                                         const std::vector<VocabularyEntry>& vocabulary);
 
 // A fixed seed for a file, from its path: the same file gets the same bytes on every run.
 quint64 SeedForPath(const QString& path);
 
 // Writes the files below outDir. Returns the number written; a failure names the file in error.
-int WriteScriptFiles(FileStore& files, const QString& outDir, const std::vector<ScriptSpec>& specs,
-                     QString* error);
+int WriteScriptFiles(FileStore& files, const QString& outDir,
+                     const std::vector<ScriptFileEntry>& entries, QString* error);
 
 // outDir + "/" + a "\" path, with the platform separator.
 QString DataPath(const QString& outDir, const QString& relative);
