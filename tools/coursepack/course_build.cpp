@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QSet>
 #include <cmath>
+#include <map>
 #include <mutex>
 
 namespace vt::coursepack {
@@ -240,32 +241,43 @@ private:
             }
         }
 
-        std::vector<std::function<void()>> work;
-        // Syllables and number words are short: many go through one run of the speech engine.
-        constexpr size_t kBatch = 40;
-        for (size_t from = 0; from < shortJobs; from += kBatch) {
-            const size_t to = std::min(shortJobs, from + kBatch);
-            work.push_back([&jobs, from, to, teacher] {
-                QStringList items;
-                for (size_t i = from; i < to; ++i)
-                    items << jobs[i].pinyin;
-                QString error;
-                std::vector<Pcm> pieces = SpeakPinyinBatch(items, teacher, &error);
-                for (size_t i = from; i < to; ++i) {
-                    jobs[i].result = std::move(pieces[i - from]);
-                    if (jobs[i].result.samples.empty()) jobs[i].error = error;
-                }
-            });
+        // Many pieces go through one run of the speech engine, one voice to a run: syllables
+        // forty at a time, sentences ten.
+        std::map<QString, std::vector<size_t>> byVoice;
+        for (size_t k = 0; k < jobs.size(); ++k) {
+            if (jobs[k].pinyin.isEmpty()) {
+                jobs[k].error = QStringLiteral("no character of the sentence has a known reading; "
+                                               "give its words in a lesson");
+                continue;
+            }
+            const Voice& v = jobs[k].voice;
+            byVoice[QStringLiteral("%1 %2 %3 %4")
+                        .arg(k < shortJobs ? 0 : 1)
+                        .arg(v.variant)
+                        .arg(v.pitch)
+                        .arg(v.speed)]
+                .push_back(k);
         }
-        for (size_t k = shortJobs; k < jobs.size(); ++k) {
-            SpeechJob& j = jobs[k];
-            work.push_back([&j] {
-                if (j.pinyin.isEmpty())
-                    j.error = QStringLiteral("no character of the sentence has a known reading; "
-                                             "give its words in a lesson");
-                else
-                    j.result = SpeakPinyin(j.pinyin, j.voice, &j.error);
-            });
+        std::vector<std::function<void()>> work;
+        for (const auto& [key, members] : byVoice) {
+            const size_t batch = members.front() < shortJobs ? 40 : 10;
+            for (size_t from = 0; from < members.size(); from += batch) {
+                std::vector<size_t> part(
+                    members.begin() + static_cast<long>(from),
+                    members.begin() + static_cast<long>(std::min(members.size(), from + batch)));
+                work.push_back([&jobs, part] {
+                    QStringList items;
+                    for (size_t i : part)
+                        items << jobs[i].pinyin;
+                    QString error;
+                    std::vector<Pcm> pieces =
+                        SpeakPinyinBatch(items, jobs[part.front()].voice, &error);
+                    for (size_t n = 0; n < part.size(); ++n) {
+                        jobs[part[n]].result = std::move(pieces[n]);
+                        if (jobs[part[n]].result.samples.empty()) jobs[part[n]].error = error;
+                    }
+                });
+            }
         }
         RunParallel(work, options_.workers);
 
