@@ -17,7 +17,12 @@ npm=${2:-$repo/build/npm}
 out=$build/app
 stamp=$out/.coursepack.stamp
 
-cmake --build "$build" --target coursepack -- -j2 >/dev/null
+log=$build/coursepack-build.log
+if ! cmake --build "$build" --target coursepack -- -j2 >"$log" 2>&1; then
+    cat "$log" >&2
+    echo "course: the course compiler does not build" >&2
+    exit 1
+fi
 compiler=$build/tools/coursepack/coursepack
 
 # The stamp: a hash of every course source, of the compiler and of the data packages' versions.
