@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 using namespace vt;
 using vt::test::TestEnv;
 
@@ -79,6 +81,50 @@ TEST(LoadDataForm, FillsTheTablesShowsTheBarsGreetsAndHandsOverToTheMainScreen) 
     EXPECT_EQ(rt.app.SpeechQueue[8].Sound, "ya3");
 
     EXPECT_TRUE(begin->Timer2->Enabled());
+    rt.forms.Unload(begin);
+}
+
+// The sample course beside the program: the whole load runs without a message, every word file
+// found moves the first bar, and the third bar ends full.
+TEST(LoadDataForm, LoadsTheSampleCourseWithoutAWord) {
+    TestEnv env;
+    Runtime& rt = *env.rt;
+    rt.app.AppPath = QStringLiteral(VANTORIA_APP_DIR "/");
+    if (!env.files.Exists(rt.app.AppPath + "Lessons\\Title.zvk"))
+        GTEST_SKIP() << "the sample course is not built in " VANTORIA_APP_DIR;
+    int wordFiles = 0;
+    for (int n = 1; n <= 140; ++n)
+        wordFiles += env.files.Exists(
+            rt.app.AppPath + QStringLiteral("Lessons\\Script\\Lesson_%1\\icwp.zvk").arg(n));
+    for (int n = 1; n <= 20; ++n)
+        wordFiles +=
+            env.files.Exists(rt.app.AppPath + QStringLiteral("Vocabulary\\ci%1.zvk").arg(n));
+
+    Bars bars;
+    rt.forms.OnUnloaded = [&](const QString& name) {
+        if (LoadData* form = rt.forms.Get<LoadData>(); form && name == LoadData::kName) {
+            int i = 0;
+            for (ProgressBar* bar : {form->ProgressBar2, form->ProgressBar3, form->ProgressBar4}) {
+                bars.max[i] = bar->Max();
+                bars.value[i] = bar->Value();
+                ++i;
+            }
+        }
+    };
+    Begin* begin = rt.forms.Load<Begin>();
+    env.clock.Advance(400);
+    ASSERT_EQ(rt.forms.Get<LoadData>(), nullptr);
+    std::printf("sample course: bars %d/%d, %d/%d, %d/%d; %d words (%d from lessons), "
+                "%d sentences, %d characters\n",
+                bars.value[0], bars.max[0], bars.value[1], bars.max[1], bars.value[2], bars.max[2],
+                rt.app.WordCount, rt.app.LessonWordCount, rt.app.SentenceCount, rt.app.CharCount);
+
+    EXPECT_EQ(env.boxes.Count(), 0);
+    EXPECT_EQ(bars.value[0], wordFiles == 144 ? 160 : wordFiles);
+    EXPECT_GT(rt.app.CharCount, 0);
+    EXPECT_EQ(bars.max[2], rt.app.WordCount);
+    EXPECT_EQ(bars.value[2], rt.app.WordCount);
+    EXPECT_EQ(rt.app.SpeechSyllableCount, 8);
     rt.forms.Unload(begin);
 }
 
