@@ -16,9 +16,25 @@ using vt::test::TestEnv;
 
 namespace {
 
+// The three bars as they stand when the panel goes.
 struct Bars {
     int max[3] = {};
     int value[3] = {};
+    bool seen = false;
+
+    void captureOnUnload(Runtime& rt) {
+        rt.forms.OnUnloaded = [this, &rt](const QString& name) {
+            LoadData* form = rt.forms.Get<LoadData>();
+            if (!form || name != LoadData::kName) return;
+            seen = true;
+            int i = 0;
+            for (ProgressBar* bar : {form->ProgressBar2, form->ProgressBar3, form->ProgressBar4}) {
+                max[i] = bar->Max();
+                value[i] = bar->Value();
+                ++i;
+            }
+        };
+    }
 };
 
 void writeScript(TestEnv& env, const QString& rel, const QStringList& lines,
@@ -38,21 +54,8 @@ TEST(LoadDataForm, FillsTheTablesShowsTheBarsGreetsAndHandsOverToTheMainScreen) 
     }
     writeScript(env, "Vocabulary\\ci1.zvk", {"sh.u1", "书", "book"}, "VO");
 
-    // The bars as they stand when the panel goes.
     Bars bars;
-    bool sawPanel = false;
-    rt.forms.OnUnloaded = [&](const QString& name) {
-        if (name != LoadData::kName) return;
-        LoadData* form = rt.forms.Get<LoadData>();
-        ASSERT_NE(form, nullptr);
-        sawPanel = true;
-        int i = 0;
-        for (ProgressBar* bar : {form->ProgressBar2, form->ProgressBar3, form->ProgressBar4}) {
-            bars.max[i] = bar->Max();
-            bars.value[i] = bar->Value();
-            ++i;
-        }
-    };
+    bars.captureOnUnload(rt);
 
     Begin* begin = rt.forms.Load<Begin>();
     ASSERT_NE(begin, nullptr);
@@ -62,7 +65,7 @@ TEST(LoadDataForm, FillsTheTablesShowsTheBarsGreetsAndHandsOverToTheMainScreen) 
     env.clock.Advance(200);
 
     EXPECT_EQ(rt.forms.Get<LoadData>(), nullptr);
-    ASSERT_TRUE(sawPanel);
+    ASSERT_TRUE(bars.seen);
     EXPECT_EQ(bars.max[0], 160);
     EXPECT_EQ(bars.value[0], 4);
     EXPECT_EQ(bars.max[1], 140);
@@ -101,16 +104,7 @@ TEST(LoadDataForm, LoadsTheSampleCourseWithoutAWord) {
             env.files.Exists(rt.app.AppPath + QStringLiteral("Vocabulary\\ci%1.zvk").arg(n));
 
     Bars bars;
-    rt.forms.OnUnloaded = [&](const QString& name) {
-        if (LoadData* form = rt.forms.Get<LoadData>(); form && name == LoadData::kName) {
-            int i = 0;
-            for (ProgressBar* bar : {form->ProgressBar2, form->ProgressBar3, form->ProgressBar4}) {
-                bars.max[i] = bar->Max();
-                bars.value[i] = bar->Value();
-                ++i;
-            }
-        }
-    };
+    bars.captureOnUnload(rt);
     Begin* begin = rt.forms.Load<Begin>();
     env.clock.Advance(400);
     ASSERT_EQ(rt.forms.Get<LoadData>(), nullptr);
