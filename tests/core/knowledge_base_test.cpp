@@ -110,6 +110,28 @@ TEST(KnowledgeBase, VocabularyBarJumpsOnlyFrom144) {
     }
 }
 
+TEST(KnowledgeBase, WordTableStopsAtTheLargestCount) {
+    TestEnv env;
+    // A file holds at most 32767 lines, so it takes several files to pass the limit.
+    QStringList lines;
+    for (int i = 0; i < 9000; ++i)
+        lines << "m.a3"
+              << "马"
+              << "horse";
+    for (int n = 1; n <= 4; ++n)
+        writeScript(env, ci(n), lines, "VO");
+    writeScript(env, ci(5), kOneWord, "VO");
+    LoadProgress progress;
+    LoadWordsAndSentences(*env.rt, progress);
+    BuildCharTable(*env.rt, progress);
+    const AppState& app = env.rt->app;
+    EXPECT_EQ(app.WordCount, 32767);
+    EXPECT_EQ(app.WordTable.Count(), 32767);
+    EXPECT_EQ(progress.Value[VocabularyBar], 5);
+    EXPECT_EQ(progress.Max[CharacterBar], 32767);
+    EXPECT_EQ(dumpCharTable(app), QStringList{"马 m.a/ma/m 3/3/3"});
+}
+
 TEST(KnowledgeBase, MissingLessonLeavesNoRowsWithItsNumber) {
     TestEnv env;
     for (int n : {1, 2, 4})
