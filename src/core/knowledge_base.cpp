@@ -141,12 +141,6 @@ void LoadProgress::SetValue(int bar, int value) {
     if (Changed) Changed(bar);
 }
 
-std::vector<WordSyllable> CutWordSyllables(QStringView pinyin) {
-    std::vector<WordSyllable> out;
-    CutWordSyllables(pinyin, out);
-    return out;
-}
-
 void CutWordSyllables(QStringView pinyin, std::vector<WordSyllable>& out) {
     out.clear();
     qsizetype start = 0;

@@ -75,11 +75,10 @@ struct WordSyllable {
     QStringView ToneDigit;
 };
 
-// Cuts dotted Pinyin at its digits: "zh.ong1 g.uo2" gives ("zh.ong","1"), ("g.uo","2"). Text
-// after the last digit is dropped; Pinyin without any digit gives one syllable of all its
-// letters with no tone.
-std::vector<WordSyllable> CutWordSyllables(QStringView pinyin);
-// The same into a vector the caller keeps, so a long run of words allocates nothing.
+// Cuts dotted Pinyin at its digits into out: "zh.ong1 g.uo2" gives ("zh.ong","1"),
+// ("g.uo","2"). Text after the last digit is dropped; Pinyin without any digit gives one
+// syllable of all its letters with no tone. The caller keeps out, so a long run of words
+// allocates nothing.
 void CutWordSyllables(QStringView pinyin, std::vector<WordSyllable>& out);
 
 // A reading of a character made from one syllable, with its tone fields filled.
