@@ -161,6 +161,8 @@ bool startSdlAudio() {
     if (!tried) {
         tried = true;
         SDL_SetMainReady();
+        // The program ends through its forms; SDL must not take over Ctrl-C and SIGTERM.
+        SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
         started = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
     }
     return started;
