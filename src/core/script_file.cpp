@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
 
 namespace vt {
 
@@ -55,8 +56,15 @@ ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, in
     }
 
     const int lastLine = stopLine >= 1 ? int{stopLine} : kMostLines;
-    QString line; // the one buffer that grows; each stored line is an exact-size copy of it
-    line.reserve(std::min<qsizetype>(records, 256));
+    // The one buffer that grows; each stored line is an exact-size copy of it. A plain array of
+    // code units, so that adding a character is a store and not a string operation.
+    std::u16string line;
+    line.reserve(static_cast<size_t>(std::min<qsizetype>(records, 256)));
+    const auto store = [&out, &line] {
+        out.lines.Append(QString(reinterpret_cast<const QChar*>(line.data()),
+                                 static_cast<qsizetype>(line.size())));
+        line.clear();
+    };
     int16_t code = 0; // kept across records: a family without a table repeats it
     const uint8_t* const end = p + records * kRecordSize;
     for (; p != end; p += kRecordSize) {
@@ -69,18 +77,17 @@ ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, in
         if (code == 0) {
             random.Randomize();
             const auto blanks = static_cast<qsizetype>(Int(random.Rnd() * 100));
-            line.resize(line.size() + blanks, u' ');
+            line.append(static_cast<size_t>(blanks), u' ');
         } else if (code == kLineFeed) {
-            out.lines.Append(QString(line.constData(), line.size()));
-            line.resize(0);
+            store();
             if (out.lines.Count() >= lastLine) break;
         } else if (code != kCarriageReturn) {
-            line.append(QChar(static_cast<char16_t>(static_cast<uint16_t>(code))));
+            line.push_back(static_cast<char16_t>(static_cast<uint16_t>(code)));
         }
     }
     // A last line without a line feed is kept; a closing line feed adds no empty line. After a
     // stop the buffer has just been stored and is empty.
-    if (!line.isEmpty()) out.lines.Append(QString(line.constData(), line.size()));
+    if (!line.empty()) store();
     return out;
 }
 

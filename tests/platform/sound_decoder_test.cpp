@@ -96,8 +96,9 @@ TEST(DecodeSound, ConvertsToTheOutputFormatWithExactLength) {
         std::vector<float> mono;
         for (long i = 0; i < clip->Frames(); ++i)
             mono.push_back(clip->samples[size_t(i * r.outChannels)] / 32768.0f);
-        if (r.ms >= 100)
+        if (r.ms >= 100) {
             EXPECT_NEAR(test::ToneHz(mono, 0, long(mono.size()), r.outRate), 500, 15) << r.name;
+        }
     }
 }
 

@@ -418,10 +418,11 @@ TEST(CoursepackStrokes, TracesKeepEveryStrokeInsideTheDrawingArea) {
         EXPECT_GE(back[i].y, 0);
         EXPECT_LE(back[i].y, kStrokeAreaTwips);
         // Points close enough to draw a line with: no gap wider than the step.
-        if (i > 0 && !back[i - 1].IsSeparator())
+        if (i > 0 && !back[i - 1].IsSeparator()) {
             EXPECT_LE(std::hypot(back[i].x - back[i - 1].x, back[i].y - back[i - 1].y),
                       kStrokeStep + 1.5)
                 << i;
+        }
     }
     // The stored bytes are scrambled: no stored X equals its true value.
     const QByteArray bytes = EncodeStrokeRecords(trace);

@@ -113,7 +113,7 @@ public:
         if (!error.isEmpty()) return failed(error);
         if (!writeStrokes()) return false;
         if (!writePictures()) return false;
-        for (const QString name : {QStringLiteral("right"), QStringLiteral("wrong"),
+        for (const QString& name : {QStringLiteral("right"), QStringLiteral("wrong"),
                                    QStringLiteral("careful"), QStringLiteral("carryon")})
             if (!write(QStringLiteral("Sound\\") + name + QStringLiteral(".WAV"),
                        EncodeWav(VerdictSound(name))))
@@ -191,11 +191,11 @@ private:
         std::vector<QString> targets; // file for each job; empty for a line of a play
         const Voice teacher = TeacherVoice();
         for (const QString& s : NeededSyllables(course_, vocabulary, options_.wholeSyllableTable)) {
-            jobs.push_back({s, teacher, {}, {}});
+            jobs.push_back({s, teacher, {}, {}, {}});
             targets.push_back(SyllableFile(s));
         }
         for (const auto& [symbol, pinyin] : NumberSymbols()) {
-            jobs.push_back({pinyin, teacher, {}, {}});
+            jobs.push_back({pinyin, teacher, {}, {}, {}});
             targets.push_back(QStringLiteral("Numbers\\") + symbol + QStringLiteral(".wav"));
         }
         const size_t shortJobs = jobs.size();
@@ -224,7 +224,7 @@ private:
                 dialogLine(r);
         }
         if (!course_.dialogs.empty()) {
-            jobs.push_back({QStringLiteral("zai4 jian4."), teacher, {}, {}});
+            jobs.push_back({QStringLiteral("zai4 jian4."), teacher, {}, {}, {}});
             targets.push_back(QStringLiteral("Spoken\\Sound\\b.wav"));
         }
         struct PlayRange {
