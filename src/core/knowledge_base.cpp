@@ -31,20 +31,10 @@ bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
 }
 
-// Blanks only, as Trim does, but on a view.
-QStringView trimBlanks(QStringView s) {
-    qsizetype b = 0, e = s.size();
-    while (b < e && s[b] == u' ')
-        ++b;
-    while (e > b && s[e - 1] == u' ')
-        --e;
-    return s.sliced(b, e - b);
-}
-
 // The meaning trimmed, with one blank at each end so that a search for " book " also finds the
 // first and the last word. Built in one allocation: this runs for every word of the course.
 QString paddedMeaning(const QString& line) {
-    const QStringView core = trimBlanks(line);
+    const QStringView core = TrimView(line);
     QString out;
     out.reserve(core.size() + 2);
     out += u' ';
@@ -146,10 +136,10 @@ void CutWordSyllables(QStringView pinyin, std::vector<WordSyllable>& out) {
     qsizetype start = 0;
     for (qsizetype i = 0; i < pinyin.size(); ++i) {
         if (!isDigit(pinyin[i])) continue;
-        out.push_back({trimBlanks(pinyin.sliced(start, i - start)), pinyin.sliced(i, 1)});
+        out.push_back({TrimView(pinyin.sliced(start, i - start)), pinyin.sliced(i, 1)});
         start = i + 1;
     }
-    if (out.empty()) out.push_back({trimBlanks(pinyin), QStringView()});
+    if (out.empty()) out.push_back({TrimView(pinyin), QStringView()});
 }
 
 CharReading MakeReading(const WordSyllable& s) {

@@ -16,13 +16,18 @@ QString RTrim(const QString& s) {
     return s.left(n);
 }
 
-QString Trim(const QString& s) {
+QStringView TrimView(QStringView s) {
     qsizetype b = 0, e = s.size();
     while (b < e && s[b] == u' ')
         ++b;
     while (e > b && s[e - 1] == u' ')
         --e;
-    return s.mid(b, e - b);
+    return s.sliced(b, e - b);
+}
+
+QString Trim(const QString& s) {
+    const QStringView t = TrimView(s);
+    return t.size() == s.size() ? s : t.toString();
 }
 
 namespace {

@@ -4,6 +4,7 @@
 // Int as floor, and a 1-based growable container so that course arithmetic reads as written.
 
 #include <QString>
+#include <QStringView>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -12,6 +13,8 @@ namespace vt {
 
 // Removes blanks (U+0020) only, at both ends; tabs and other white space stay.
 QString Trim(const QString& s);
+// The same on a view, without a copy.
+QStringView TrimView(QStringView s);
 QString LTrim(const QString& s);
 QString RTrim(const QString& s);
 
