@@ -7,7 +7,7 @@ seconds=${FUZZ_SECONDS:-30}
 
 san=$repo/build-asan
 cmake -S "$repo" -B "$san" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVANTORIA_SANITIZE=ON \
-    -DVANTORIA_BENCH=OFF >/dev/null
+    -DVANTORIA_BENCH=OFF -DVANTORIA_TOOLS=ON >/dev/null
 cmake --build "$san" -j "$(nproc)"
 (cd "$san" && QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=0 \
     UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 ctest --output-on-failure -j 2) |
