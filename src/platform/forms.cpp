@@ -10,11 +10,20 @@ Forms::Forms(Runtime& rt) : rt_(rt) {
 }
 
 Forms::~Forms() {
-    // Forms still loaded at the end (tests) are destroyed without their unload handlers.
-    for (auto& f : forms_)
-        if (f && !f->parentWidget()) delete f.data();
-    for (auto& f : forms_)
-        delete f.data();
+    DestroyAll();
+}
+
+void Forms::DestroyAll() {
+    // Forms still loaded, and unloaded ones the event loop has not deleted yet, go now, while
+    // the runtime they refer to still stands. Unload handlers do not run.
+    for (auto* list : {&dying_, &forms_})
+        for (auto& f : *list)
+            if (f && !f->parentWidget()) delete f.data();
+    for (auto* list : {&dying_, &forms_})
+        for (auto& f : *list)
+            delete f.data();
+    dying_.clear();
+    forms_.clear();
 }
 
 void Forms::registerForm(Form* form) {
@@ -55,6 +64,8 @@ bool Forms::Unload(Form* form) {
             f->setParent(nullptr);
         }
     form->deleteLater();
+    std::erase_if(dying_, [](const QPointer<Form>& f) { return f.isNull(); });
+    dying_.emplace_back(form);
     std::erase_if(forms_, [](const QPointer<Form>& f) { return f.isNull(); });
     if (forms_.empty() && OnLastUnloaded) OnLastUnloaded();
     return true;

@@ -49,6 +49,10 @@ public:
         return f ? Unload(f) : true;
     }
 
+    // Destroys every form at once, loaded or waiting to be deleted, without unload handlers:
+    // the end of the program, before the services the forms use are gone.
+    void DestroyAll();
+
     // Called when the last form has been unloaded: the program ends.
     std::function<void()> OnLastUnloaded;
     // Called with the name of each form whose unload went through, in order.
@@ -61,6 +65,7 @@ private:
     Runtime& rt_;
     QPointer<QWidget> desktop_;
     std::vector<QPointer<Form>> forms_;
+    std::vector<QPointer<Form>> dying_; // unloaded, waiting for the event loop to delete them
     QPointer<Form> active_;
 };
 

@@ -29,14 +29,15 @@ struct Runtime {
     Random& random;
     FileStore& files;
     ScreenInfo& screen;
-    Forms forms;
-
     // The sound system (engine, shared players, owner dispatch); set up by the program or by a
     // test before any sound is played. See core/speech.h.
     class SoundSystem* sound = nullptr;
     // The desktop's tone marker, once the desktop stands: shows the tone of the syllable just
     // started ("0" to "4").
     std::function<void(const QString& tone)> ShowToneCurve;
+
+    // Last, so that forms destroyed with the runtime still find everything above.
+    Forms forms;
 
     // Shorthand for the service calls that the forms make all the time.
     int MsgBox(const QString& text, int flags = Mb::OKOnly, const QString& title = {}) {

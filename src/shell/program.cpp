@@ -31,6 +31,7 @@ int RunProgram(Application& app) {
     if (rt.forms.All().empty()) return 0;
     const int code = app.exec();
     rt.forms.OnLastUnloaded = nullptr;
+    rt.forms.DestroyAll(); // before the sound system their players stand on
     return code;
 }
 
