@@ -18,7 +18,7 @@ CC=clang-14 CXX=clang++-14 cmake -S "$repo" -B "$fz" -G Ninja -DCMAKE_BUILD_TYPE
     -DVANTORIA_FUZZ=ON -DVANTORIA_TESTS=OFF -DVANTORIA_BENCH=OFF -DVANTORIA_TOOLS=OFF >/dev/null
 cmake --build "$fz" -j "$(nproc)"
 for target in "$fz"/fuzz/fuzz_*; do
-    [ -x "$target" ] || continue
+    [ -f "$target" ] && [ -x "$target" ] || continue
     echo "fuzzing $(basename "$target") for ${seconds} s"
     corpus=$(mktemp -d)
     ASAN_OPTIONS=detect_leaks=0 "$target" -max_total_time="$seconds" -rss_limit_mb=2048 \
