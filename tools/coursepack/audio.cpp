@@ -102,12 +102,19 @@ QByteArray EncodeWav(const Pcm& pcm) {
     return b;
 }
 
-void TrimSilence(Pcm& pcm, float threshold, int marginMs) {
-    auto& s = pcm.samples;
-    if (s.empty()) return;
+namespace {
+float peakOf(const std::vector<float>& s) {
     float peak = 0;
     for (float v : s)
         peak = std::max(peak, std::fabs(v));
+    return peak;
+}
+} // namespace
+
+void TrimSilence(Pcm& pcm, float threshold, int marginMs) {
+    auto& s = pcm.samples;
+    if (s.empty()) return;
+    const float peak = peakOf(s);
     const float level = std::max(threshold * peak, 1e-4f);
     size_t first = 0, last = s.size();
     while (first < s.size() && std::fabs(s[first]) < level)
@@ -135,9 +142,7 @@ void TrimSilence(Pcm& pcm, float threshold, int marginMs) {
 void EvenLoudness(Pcm& pcm, float targetRms, float peakLimit) {
     auto& s = pcm.samples;
     if (s.empty()) return;
-    float peak = 0;
-    for (float v : s)
-        peak = std::max(peak, std::fabs(v));
+    const float peak = peakOf(s);
     if (peak <= 0) return;
     // Loudness of the voiced part only: pauses inside a sentence must not make it louder.
     double sum = 0;
