@@ -88,7 +88,7 @@ std::optional<SubstitutionTable> SubstitutionTable::FromBytes(QByteArrayView byt
     if (bytes.size() != kFileSize) {
         if (error)
             *error =
-                QStringLiteral("a table has %1 bytes, not %2").arg(kFileSize).arg(bytes.size());
+                QStringLiteral("a table has %1 bytes, not %2").arg(bytes.size()).arg(kFileSize);
         return std::nullopt;
     }
     SubstitutionTable t;

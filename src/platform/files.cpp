@@ -3,9 +3,87 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace vt {
+
+namespace {
+
+// The temporary file of a save is named after its target, so that a leftover says whose it was.
+constexpr char kSaveMark[] = ".vtsave-";
+constexpr int kSaveSuffixLength = 6;
+
+QByteArray saveSuffix() {
+    static constexpr char kLetters[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+    QByteArray s(kSaveSuffixLength, '\0');
+    for (char& c : s)
+        c = kLetters[QRandomGenerator::global()->bounded(int(sizeof(kLetters) - 1))];
+    return s;
+}
+
+// Writes every byte or reports failure; a signal or a short write only makes it go on.
+bool writeFully(int fd, const QByteArray& bytes) {
+    const char* p = bytes.constData();
+    qsizetype left = bytes.size();
+    while (left > 0) {
+        const ssize_t n = ::write(fd, p, size_t(left));
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) return false;
+        p += n;
+        left -= n;
+    }
+    return true;
+}
+
+// After a rename the folder itself must reach the disk for the new name to survive a power cut.
+// Some file systems cannot sync a folder; the file is then as safe as they allow.
+void syncFolder(const QByteArray& folder) {
+    const int fd = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::fsync(fd);
+    ::close(fd);
+}
+
+} // namespace
+
+std::optional<QByteArray> ReadRegularFile(const QString& diskPath, qint64 maxBytes) {
+    const QByteArray name = QFile::encodeName(diskPath);
+    struct stat st {};
+    if (::stat(name.constData(), &st) != 0 || !S_ISREG(st.st_mode)) return std::nullopt;
+    // Without O_NONBLOCK a FIFO put in place after the test above would hold the open until a
+    // writer came; with it the open returns and the second test turns the FIFO away.
+    const int fd = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) return std::nullopt;
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+        ::close(fd);
+        return std::nullopt;
+    }
+    const qint64 limit = maxBytes < 0 ? std::numeric_limits<qsizetype>::max() : maxBytes;
+    QByteArray bytes;
+    bytes.reserve(qsizetype(std::min<qint64>(st.st_size, limit)));
+    char buffer[65536];
+    bool failed = false;
+    while (bytes.size() < limit) {
+        const qint64 want = std::min<qint64>(qint64(sizeof buffer), limit - bytes.size());
+        const ssize_t n = ::read(fd, buffer, size_t(want));
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) failed = true;
+        if (n <= 0) break;
+        bytes.append(buffer, qsizetype(n));
+    }
+    ::close(fd);
+    if (failed) return std::nullopt;
+    return bytes;
+}
 
 QString FileStore::Resolve(const QString& path) {
     QString p = path;
@@ -49,37 +127,74 @@ bool FileStore::Exists(const QString& path) const {
 }
 
 std::optional<QByteArray> FileStore::ReadAll(const QString& path) const {
-    QFile f(Resolve(path));
-    if (!f.open(QIODevice::ReadOnly)) return std::nullopt;
-    return f.readAll();
+    return ReadRegularFile(Resolve(path));
 }
 
 bool FileStore::WriteAll(const QString& path, const QByteArray& bytes) {
-    const QString real = Resolve(path);
-    QDir().mkpath(QFileInfo(real).absolutePath());
-    QSaveFile f(real);
-    if (!f.open(QIODevice::WriteOnly)) return false;
-    if (f.write(bytes) != bytes.size()) {
-        f.cancelWriting();
+    QString real = Resolve(path);
+    const QFileInfo link(real);
+    if (link.isSymLink() && !link.canonicalFilePath().isEmpty()) real = link.canonicalFilePath();
+    const QString folder = QFileInfo(real).absolutePath();
+    if (!QDir().mkpath(folder)) return false;
+
+    const QByteArray target = QFile::encodeName(real);
+    QByteArray temp;
+    int fd = -1;
+    for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {
+        temp = target + kSaveMark + saveSuffix();
+        fd = ::open(temp.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (fd < 0 && errno != EEXIST) return false;
+    }
+    if (fd < 0) return false;
+
+    // The new file keeps the permissions of the one it replaces.
+    struct stat old {};
+    if (::stat(target.constData(), &old) == 0 && S_ISREG(old.st_mode))
+        ::fchmod(fd, old.st_mode & 07777);
+    // Every step is checked: a full disk or a size limit may show first in the write, in the
+    // sync or only in the close. Linux closes the file even when close reports an interrupt.
+    bool ok = writeFully(fd, bytes) && (!SyncToDisk || ::fsync(fd) == 0);
+    if (::close(fd) != 0 && errno != EINTR) ok = false;
+    if (ok && ::rename(temp.constData(), target.constData()) != 0) ok = false;
+    if (!ok) {
+        ::unlink(temp.constData());
         return false;
     }
-    return f.commit();
+    if (SyncToDisk) syncFolder(QFile::encodeName(folder));
+    return true;
+}
+
+int FileStore::RemoveLeftoverSaves(const QString& folder) {
+    static const QRegularExpression ours(
+        QStringLiteral("^.+%1[A-Za-z0-9]{%2}$")
+            .arg(QRegularExpression::escape(QString::fromLatin1(kSaveMark)))
+            .arg(kSaveSuffixLength));
+    const QDir dir(Resolve(folder));
+    int removed = 0;
+    const QStringList names = dir.entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString& name : names) {
+        if (!ours.match(name).hasMatch()) continue;
+        if (QFile::remove(dir.filePath(name))) ++removed;
+    }
+    return removed;
 }
 
 QByteArray FileStore::ReadRecord(const QString& path, int recLen, int recNo) {
     QByteArray rec(recLen, '\0');
     const QString real = Resolve(path);
-    QFile f(real);
-    if (!f.exists()) {
+    const QByteArray name = QFile::encodeName(real);
+    struct stat st {};
+    if (::lstat(name.constData(), &st) != 0) {
         // Opening a record file creates it; a failure to create is no error for the reader.
-        if (f.open(QIODevice::WriteOnly)) f.close();
+        const int fd = ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (fd >= 0) ::close(fd);
         return rec;
     }
-    if (!f.open(QIODevice::ReadOnly)) return rec;
     const qint64 offset = static_cast<qint64>(recNo - 1) * recLen;
-    if (offset < 0 || !f.seek(offset)) return rec;
-    const QByteArray got = f.read(recLen);
-    std::copy(got.begin(), got.end(), rec.begin());
+    if (offset < 0) return rec;
+    const std::optional<QByteArray> got = ReadRegularFile(real, offset + recLen);
+    if (!got || got->size() <= offset) return rec;
+    std::copy(got->begin() + offset, got->end(), rec.begin());
     return rec;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/sound_decoder.h"
 
-#include <QFile>
+#include "platform/files.h"
+
 #include <QFileInfo>
 #include <SDL.h>
 #include <algorithm>
@@ -111,6 +112,8 @@ QString CheckWavHeader(const char* data, size_t size) {
     if (!LooksLikeWav(data, size)) return QStringLiteral("not a WAV file");
     if (int64_t(size) > kMaxSoundFileBytes) return QStringLiteral("the file is too large");
     bool haveFormat = false;
+    uint32_t frameRate = 0;
+    int frameBytes = 0;
     size_t at = 12;
     while (at + 8 <= size) {
         const char* chunk = data + at;
@@ -141,9 +144,17 @@ QString CheckWavHeader(const char* data, size_t size) {
             if (blockAlign != channels * bits / 8)
                 return QStringLiteral("a block size of %1 bytes").arg(blockAlign);
             haveFormat = true;
+            frameRate = rate;
+            frameBytes = blockAlign;
         } else if (std::memcmp(chunk, "data", 4) == 0) {
             if (!haveFormat) return QStringLiteral("the samples come before their format");
-            return {}; // the data may run to the end of the file; the decoder reads what is there
+            // The data may run to the end of the file, whatever its length says; the decoder
+            // reads what is there, so that is what must stay within the limit.
+            const uint64_t bytes = std::min<uint64_t>(length, size - at - 8);
+            if (bytes / uint64_t(frameBytes) > uint64_t(kMaxClipSeconds) * frameRate)
+                return QStringLiteral("the sound is longer than %1 minutes")
+                    .arg(kMaxClipSeconds / 60);
+            return {};
         }
         const uint64_t next = uint64_t(at) + 8 + length + (length & 1);
         if (next > size) break;
@@ -202,21 +213,29 @@ std::shared_ptr<const Clip> DecodeSound(const QByteArray& bytes, int rate, int c
     clip->channels = channels;
     clip->sourceRate = info.samplerate;
     const int64_t maxSourceFrames = int64_t(kMaxClipSeconds) * info.samplerate;
+    const QString tooLong =
+        QStringLiteral("the sound is longer than %1 minutes").arg(kMaxClipSeconds / 60);
+    // A length the file states is not trusted to be whole, but one beyond the limit is reason
+    // enough to refuse it before decoding.
+    if (info.frames > maxSourceFrames) {
+        setError(error, tooLong);
+        return nullptr;
+    }
     const size_t maxSamples = size_t(kMaxClipSeconds + 1) * size_t(rate) * size_t(channels);
-    if (info.frames > 0 && info.frames <= maxSourceFrames)
-        clip->samples.reserve(size_t(info.frames * rate / info.samplerate + 1024) *
+    constexpr sf_count_t kChunkFrames = 4096;
+    // Room for the whole sound and the silence that flushes the converter (below), so that a
+    // long sound is never copied to a larger buffer on its way in.
+    if (info.frames > 0)
+        clip->samples.reserve(size_t((info.frames + kChunkFrames) * rate / info.samplerate + 1024) *
                               size_t(channels));
 
-    constexpr sf_count_t kChunkFrames = 4096;
     std::vector<float> chunk(size_t(kChunkFrames) * size_t(info.channels));
     for (;;) {
         const sf_count_t got = sf_readf_float(sf.get(), chunk.data(), kChunkFrames);
         if (got <= 0) break;
         clip->sourceFrames += got;
         if (clip->sourceFrames > maxSourceFrames) {
-            setError(
-                error,
-                QStringLiteral("the sound is longer than %1 minutes").arg(kMaxClipSeconds / 60));
+            setError(error, tooLong);
             return nullptr;
         }
         // A damaged file can decode to values far outside the range; keep them within it.
@@ -247,7 +266,10 @@ std::shared_ptr<const Clip> DecodeSound(const QByteArray& bytes, int rate, int c
         size_t((clip->sourceFrames * rate + clip->sourceRate / 2) / clip->sourceRate) *
         size_t(channels);
     clip->samples.resize(exact, 0);
-    clip->samples.shrink_to_fit();
+    // Giving back a little slack would cost a copy of the whole sound; a sound whose length was
+    // not known beforehand may hold up to twice its size, and that is worth the copy.
+    if (clip->samples.capacity() - clip->samples.size() > clip->samples.size() / 8 + 65536)
+        clip->samples.shrink_to_fit();
     return clip;
 }
 
@@ -275,15 +297,14 @@ std::shared_ptr<const Clip> SoundCache::Load(const QString& diskPath, QString* e
         setError(error, QStringLiteral("the file is too large"));
         return nullptr;
     }
-    QFile f(diskPath);
-    if (!f.open(QIODevice::ReadOnly)) {
-        setError(error, f.errorString());
+    // One byte beyond the limit tells a file that grew since it was looked at.
+    const std::optional<QByteArray> bytes = ReadRegularFile(diskPath, kMaxSoundFileBytes + 1);
+    if (!bytes) {
+        setError(error, QStringLiteral("the file cannot be read"));
         return nullptr;
     }
-    const QByteArray bytes = f.readAll();
-    f.close();
     ++decodes_;
-    auto clip = DecodeSound(bytes, rate_, channels_, error);
+    auto clip = DecodeSound(*bytes, rate_, channels_, error);
     if (!clip) return nullptr;
     if (clip->Bytes() > capacity_) return clip; // played, but not kept
     evictTo(capacity_ - clip->Bytes());

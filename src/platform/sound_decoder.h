@@ -37,9 +37,15 @@ struct Clip {
     size_t Bytes() const { return samples.size() * sizeof(int16_t) + sizeof(Clip); }
 };
 
-// Limits on what is accepted.
-constexpr int64_t kMaxSoundFileBytes = 512LL * 1024 * 1024;
-constexpr int kMaxClipSeconds = 30 * 60;
+// Limits on what is accepted. The course's sounds are short: a syllable lasts well under a
+// second (27 KB), a lesson's sentence a few seconds, a TV play's track a minute or a few (the
+// sample course's is 66 s, 270 KB of MP3). Ten minutes leave room for a full-length play; a
+// clip of that length takes about 100 MB decoded at the output's rate. 32 MB hold ten minutes
+// of the course's own WAV format (22050 Hz, mono, 16 bits) and of MP3 at any bit rate. A
+// larger or longer file is refused as unreadable before it is decoded, or as soon as the decoder
+// passes the limit, so that nothing holds the program for seconds or fills its memory.
+constexpr int64_t kMaxSoundFileBytes = 32LL * 1024 * 1024;
+constexpr int kMaxClipSeconds = 10 * 60;
 constexpr int kMinSampleRate = 4000;
 constexpr int kMaxSampleRate = 192000;
 constexpr int kMaxChannels = 8;

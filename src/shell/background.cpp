@@ -96,6 +96,9 @@ void Background::Form_Load() {
         }
     }
     rt.app.AppPath = rt.ProgramFolder;
+    // A save that was cut off (the program killed, the power gone) may have left its temporary
+    // file beside the record; the record itself is whole, old or new.
+    FileStore::RemoveLeftoverSaves(rt.app.AppPath);
     // A deployment may bring its own substitution tables beside the course.
     const QStringList problems = LoadSubstitutionTables(
         rt.files, rt.app.AppPath + QString::fromUtf16(kSubstitutionTableFolder));

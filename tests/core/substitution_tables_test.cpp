@@ -124,6 +124,8 @@ TEST_F(TablesTest, ADeploymentSwapsTablesByFile) {
     const QStringList problems = LoadSubstitutionTables(env.files, folder);
     ASSERT_EQ(problems.size(), 1);
     EXPECT_TRUE(problems[0].contains(QStringLiteral("JIeMiText"))) << problems[0].toStdString();
+    EXPECT_TRUE(problems[0].endsWith(QStringLiteral("a table has 100 bytes, not 131072")))
+        << problems[0].toStdString();
     EXPECT_TRUE(table("RT") == builtInText) << "a bad file leaves the table as it was";
     EXPECT_EQ(table("SP").Decode(0x4E2D), 0x4E2D);
 

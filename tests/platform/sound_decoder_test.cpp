@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace vt {
 namespace {
@@ -128,6 +129,58 @@ TEST(DecodeSound, Mp3IsReadToItsEnd) {
     EXPECT_LE(clip->LengthMs(), 1200);
     std::vector<float> mono(clip->samples.begin(), clip->samples.end());
     EXPECT_NEAR(test::ToneHz(mono, 4000, 11000, 22050), 700, 15);
+}
+
+// A WAV header followed by frames of 16-bit mono silence; its data chunk says dataLength bytes.
+QByteArray silenceWav(int rate, int64_t frames, quint32 dataLength) {
+    QByteArray b = ToneWav(440, 0, rate);
+    b.append(QByteArray(qsizetype(frames * 2), '\0'));
+    set32(b, 4, quint32(b.size() - 8));
+    set32(b, 40, dataLength);
+    return b;
+}
+
+TEST(WavHeaderCheck, NothingLongerThanTenMinutesIsDecoded) {
+    constexpr int rate = 4000;
+    const int64_t tenMinutes = int64_t(kMaxClipSeconds) * rate;
+    struct Row {
+        const char* name;
+        int64_t frames;
+        quint32 dataLength;
+        bool ok;
+    } rows[] = {
+        {"ten minutes", tenMinutes, quint32(tenMinutes * 2), true},
+        {"one frame more", tenMinutes + 1, quint32(tenMinutes * 2 + 2), false},
+        {"a length beyond the file counts what is there", rate, 0xFFFFFFFFu, true},
+        {"a short length hides no more than it says", tenMinutes + 1, 2 * rate, true},
+    };
+    for (const Row& r : rows) {
+        const QByteArray b = silenceWav(rate, r.frames, r.dataLength);
+        const QString why = CheckWavHeader(b.constData(), size_t(b.size()));
+        EXPECT_EQ(why.isEmpty(), r.ok) << r.name << ": " << why.toStdString();
+        if (!r.ok) {
+            EXPECT_EQ(why, "the sound is longer than 10 minutes") << r.name;
+        }
+    }
+}
+
+TEST(SoundCache, TooLargeOrNotAFileIsUnreadableAtOnce) {
+    QTemporaryDir dir;
+    QFile big(dir.filePath("big.wav"));
+    ASSERT_TRUE(big.open(QIODevice::WriteOnly));
+    big.write(ToneWav(440, 100, 22050));
+    ASSERT_TRUE(big.resize(kMaxSoundFileBytes + 1)); // sparse: costs no disk
+    big.close();
+    const QString fifo = dir.filePath("fifo.wav");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+
+    SoundCache cache(22050, 1);
+    QString error;
+    EXPECT_EQ(cache.Load(big.fileName(), &error), nullptr);
+    EXPECT_EQ(error, "the file is too large");
+    EXPECT_EQ(cache.Load(fifo, &error), nullptr);
+    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(cache.Decodes(), 0);
 }
 
 TEST(SoundCache, DecodesOnceKeepsWithinItsBoundAndNoticesChanges) {

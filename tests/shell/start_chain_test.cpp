@@ -5,13 +5,18 @@
 #include "shell/about.h"
 #include "shell/background.h"
 #include "shell/begin.h"
+#include "shell/begin1.h"
 #include "shell/load_data.h"
 #include "shell/start_or_not.h"
 #include "shell/study_file.h"
 #include "support/events.h"
 #include "support/test_env.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace vt;
 using vt::test::TestEnv;
@@ -78,6 +83,25 @@ TEST_F(StartChain, RunsStageByStageInItsOrder) {
     EXPECT_EQ(begin->SelectedIndex, 1);
     EXPECT_EQ(begin->Image3[1]->PictureName, u"selected") << "selected without a click";
     EXPECT_EQ(unloaded, (std::vector<QString>{"StartOrNot", "LoadData"}));
+}
+
+// A FIFO where a record should be would hold the start for ever in its open; it reads as a
+// missing record. What killed saves left behind goes at the start, and only that.
+TEST_F(StartChain, OddRecordFilesAndLeftoversOfSavesDoNotStopTheStart) {
+    for (const char* name : {"Study.zvk", "Setting.zvk"})
+        ASSERT_EQ(::mkfifo(QFile::encodeName(env.Path(name)).constData(), 0600), 0) << name;
+    env.WriteFile("Study.zvk.vtsave-k1LLed", "\5\0");
+    env.WriteFile("Chat.txt.vtsave-000000", "half a chat");
+    env.WriteFile("Lessons\\Title.zvk.vtsave-aBcDeF", "not in the program folder itself");
+
+    rt.forms.Load<StartOrNot>();
+    env.clock.Advance(100 + 200 + 200 + 200);
+    ASSERT_NE(rt.forms.Get<Begin1>(), nullptr);
+    EXPECT_TRUE(rt.forms.Get<Begin1>()->Visible()) << "the lesson menu stands";
+    EXPECT_EQ(rt.app.StudyLesson, 1);
+    EXPECT_EQ(rt.app.StudyTask, 1);
+    EXPECT_EQ(QDir(rt.app.AppPath).entryList({"*.vtsave-*"}, QDir::Files), QStringList());
+    EXPECT_TRUE(QFileInfo::exists(env.Path("Lessons/Title.zvk.vtsave-aBcDeF")));
 }
 
 TEST_F(StartChain, FailedTextCheckShowsTheWarningWithItsThreeSteps) {

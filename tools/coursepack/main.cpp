@@ -100,6 +100,7 @@ int main(int argc, char** argv) {
             print(QStringLiteral("warning: ") + error, stderr);
     }
     vt::FileStore files;
+    files.SyncToDisk = false; // a course can be built again; thousands of syncs only slow it down
     BuildReport report;
     const bool ok = BuildCourse(course, lexicon, options, files, report);
     for (const QString& w : report.warnings)
