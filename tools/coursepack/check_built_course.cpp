@@ -186,6 +186,7 @@ void checkTones(const QString& data) {
     struct Figures {
         std::vector<float> startToEnd, lowest, highest, steps;
         int count = 0, unvoiced = 0, clear = 0;
+        QStringList unclear;
     };
     std::map<int, Figures> tones;
     FileStore files;
@@ -213,7 +214,10 @@ void checkTones(const QString& data) {
         f.startToEnd.push_back(c.startToEnd);
         f.lowest.push_back(c.lowest);
         f.highest.push_back(c.highest);
-        if (ContourIsClear(tone, c)) ++f.clear;
+        if (ContourIsClear(tone, c))
+            ++f.clear;
+        else
+            f.unclear << name;
     }
     if (tones.empty()) return;
     std::printf("tone contours of the syllable recordings, semitones against the start "
@@ -232,6 +236,9 @@ void checkTones(const QString& data) {
                     qPrintable(three(f.startToEnd)), qPrintable(three(f.lowest)),
                     qPrintable(three(f.highest)), measured > 0 ? 100 * f.clear / measured : 0,
                     static_cast<double>(percentile(f.steps, 1.0)));
+        if (!f.unclear.isEmpty())
+            std::printf("      not clear: %s%s\n", qPrintable(f.unclear.mid(0, 12).join(u' ')),
+                        f.unclear.size() > 12 ? " ..." : "");
         if (f.unvoiced > 0)
             std::printf("      %d recording(s) of tone %d have no voiced part to measure\n",
                         f.unvoiced, tone);
@@ -241,7 +248,12 @@ void checkTones(const QString& data) {
         typical.lowest = percentile(f.lowest, 0.5);
         typical.highest = percentile(f.highest, 0.5);
         if (!ContourIsClear(tone, typical))
-            std::printf("      tone %d is not carried clearly by its typical recording\n", tone);
+            fault(QStringLiteral("tone %1 is not carried clearly by its typical recording "
+                                 "(start to end %2, lowest %3, highest %4 semitones)")
+                      .arg(tone)
+                      .arg(typical.startToEnd, 0, 'f', 1)
+                      .arg(typical.lowest, 0, 'f', 1)
+                      .arg(typical.highest, 0, 'f', 1));
     }
     for (const QString& c : clicks)
         fault(QStringLiteral("Phonetic Symbols: %1 has a step that clicks").arg(c));

@@ -11,6 +11,8 @@ namespace {
 constexpr float kYinThreshold = 0.15f; // first dip below this is the period
 constexpr float kYinVoiced = 0.45f;    // a best dip above this means no period at all
 constexpr float kLoudEnough = 0.1f;    // of the loudest frame, for the voiced part
+constexpr float kStray = 5.0f;         // semitones from the middle of a contour: a slip
+constexpr float kJump = 3.0f;          // semitones from one voiced frame to the next: a slip
 
 // Half the rate, low-passed on the way: the tracker needs no more, and runs four times faster.
 std::vector<float> halve(const std::vector<float>& s) {
@@ -37,13 +39,12 @@ PitchTrack TrackPitch(const Pcm& pcm, int hopMs, float minHz, float maxHz) {
     const int rate = half ? pcm.rate / 2 : pcm.rate;
     const int scale = half ? 2 : 1;
     const int hop = std::max(1, rate * hopMs / 1000);
-    const int window = rate * 25 / 1000;
+    const int window = rate * 15 / 1000;
     const int tauMin = std::max(2, static_cast<int>(static_cast<float>(rate) / maxHz));
     const int tauMax = static_cast<int>(static_cast<float>(rate) / minHz) + 1;
     track.hop = hop * scale;
     track.window = window * scale;
     if (x.size() < static_cast<size_t>(window)) return track;
-    auto at = [&](size_t i) { return i < x.size() ? x[i] : 0.0f; };
 
     std::vector<float> d(static_cast<size_t>(tauMax) + 2);
     for (size_t start = 0; start + static_cast<size_t>(window) <= x.size();
@@ -56,15 +57,18 @@ PitchTrack TrackPitch(const Pcm& pcm, int hopMs, float minHz, float maxHz) {
             track.hz.push_back(0);
             continue;
         }
-        // Cumulative mean normalised difference, computed only as far as the period needs.
+        // Cumulative mean normalised difference, computed only as far as the period needs and
+        // the recording reaches: near its end only shorter periods can be seen.
+        const int reach = static_cast<int>(
+            std::min<size_t>(static_cast<size_t>(tauMax), x.size() - start - window));
         double running = 0;
         int best = -1;
         float bestValue = 1e9f;
         d[0] = 1;
-        for (int tau = 1; tau <= tauMax; ++tau) {
+        for (int tau = 1; tau <= reach; ++tau) {
             double sum = 0;
             for (int j = 0; j < window; ++j) {
-                const float diff = x[start + j] - at(start + j + tau);
+                const float diff = x[start + j] - x[start + j + tau];
                 sum += static_cast<double>(diff) * diff;
             }
             running += sum;
@@ -121,6 +125,34 @@ VoicedPart FindVoicedPart(const PitchTrack& track) {
         i = last + 1;
     }
     if (bestLength == 0) return part;
+    // The ends of a voice fade, and there the tracker may lock onto an octave or a ring: frames
+    // at either end that lie far from the part's middle pitch are not part of the contour.
+    std::vector<float> sorted;
+    for (size_t i = bestFirst; i <= bestLast; ++i)
+        if (voiced(i)) sorted.push_back(track.hz[i]);
+    std::nth_element(sorted.begin(), sorted.begin() + static_cast<long>(sorted.size() / 2),
+                     sorted.end());
+    const float middle = sorted[sorted.size() / 2];
+    auto kept = [&](size_t i) {
+        return voiced(i) && std::fabs(semitones(track.hz[i], middle)) <= kStray;
+    };
+    // Nor are frames that jump away from the voiced frame next to them.
+    auto nextVoiced = [&](size_t i, bool forward) {
+        do
+            i = forward ? i + 1 : i - 1;
+        while (i > bestFirst && i < bestLast && !voiced(i));
+        return i;
+    };
+    auto joins = [&](size_t i, size_t j) {
+        return voiced(j) && std::fabs(semitones(track.hz[i], track.hz[j])) <= kJump;
+    };
+    while (bestFirst < bestLast &&
+           (!kept(bestFirst) || !joins(bestFirst, nextVoiced(bestFirst, true))))
+        ++bestFirst;
+    while (bestLast > bestFirst &&
+           (!kept(bestLast) || !joins(bestLast, nextVoiced(bestLast, false))))
+        --bestLast;
+    if (!kept(bestFirst)) return part;
     // Bridged gaps take the line between their neighbours.
     std::vector<float> hz(track.hz.begin() + static_cast<long>(bestFirst),
                           track.hz.begin() + static_cast<long>(bestLast + 1));

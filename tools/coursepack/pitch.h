@@ -27,8 +27,10 @@ struct PitchTrack {
 PitchTrack TrackPitch(const Pcm& pcm, int hopMs = 5, float minHz = 60, float maxHz = 450);
 
 // The voiced part of a track: the longest run of voiced frames (a gap of up to four frames
-// bridged) that is at least a tenth as loud as the loudest frame, its values smoothed by a
-// median over five frames. Empty when nothing is voiced.
+// bridged) that is at least a tenth as loud as the loudest frame, without frames at its ends
+// that lie more than 5 semitones from its middle pitch or jump 3 semitones from their
+// neighbour (a fading voice lets the tracker slip), its values smoothed by a median over five
+// frames. Empty when nothing is voiced.
 struct VoicedPart {
     size_t first = 0;      // frame index of values[0]
     std::vector<float> hz; // smoothed
