@@ -9,6 +9,7 @@
 
 #include "audio.h"
 #include "course_build.h"
+#include "lesson_checks.h"
 #include "pitch.h"
 #include "script_output.h"
 #include "strokes.h"
@@ -155,14 +156,12 @@ void reportLessons(const QString& data) {
         ++lessons;
         QSet<QChar> fresh;
         for (qsizetype i = 1; i < words.size(); i += 3)
-            for (QChar c : ChineseOnly(words[i]))
+            for (QChar c : StripPunctuation(words[i]))
                 if (!known.contains(c)) fresh.insert(c);
         known.unite(fresh);
         // Line 1 is read by nobody; a play's line 2 is its title, a read text's its sentence 1.
         const QStringList sentences = text.mid(n > 80 ? 2 : 1);
-        const auto longLines =
-            std::count_if(sentences.begin(), sentences.end(),
-                          [](const QString& l) { return ChineseOnly(l.trimmed()).size() >= 4; });
+        const auto longLines = std::count_if(sentences.begin(), sentences.end(), LineIsAsked);
         const auto asked = std::count_if(questions.begin(), questions.end(),
                                          [](const QString& l) { return IsNumeric(l); });
         std::printf("%6d  %5lld  %14lld  %5lld  %11lld  %9lld\n", n,
