@@ -129,7 +129,7 @@ TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
     // The vocabulary: HSK words first, the lesson's own words left out, names after common words.
     ASSERT_EQ(app.WordCount, 9);
     EXPECT_EQ(app.WordTable[6].Chinese, QStringLiteral("老师"));
-    EXPECT_EQ(app.WordTable[6].Meaning, QStringLiteral(" teacher; CL:个,位 "));
+    EXPECT_EQ(app.WordTable[6].Meaning, QStringLiteral(" teacher; measure words: 个, 位 "));
     EXPECT_EQ(app.WordPinyin[7], QStringLiteral("xu.e2 sh.eng0"));
     EXPECT_EQ(app.WordTable[8].Meaning, QStringLiteral(" king "));
     EXPECT_EQ(app.WordTable[9].Chinese, QStringLiteral("很"));
@@ -589,11 +589,74 @@ TEST(CoursepackLexicon, DictionaryReadingsBecomeTheCoursesForm) {
 
     EXPECT_EQ(CleanMeanings({"variant of 個|个[ge4]", "surname Li", "see 一下[yi1 xia4]", "plum",
                              "CL:棵[ke1]", "plum", "old variant of X"}),
-              (QStringList{"plum", "CL:棵"}));
+              (QStringList{"plum", "measure word: 棵"}));
     QStringList many;
     for (int i = 0; i < 10; ++i)
         many << QStringLiteral("m%1").arg(i);
     EXPECT_EQ(CleanMeanings(many).size(), 7);
+}
+
+// The glosses of the generated vocabulary, from entries as the dictionary writes them: what
+// lost its content goes, classifiers read as measure words, bare names are left out, vulgar
+// meanings say so; the build counts each rule.
+TEST(CoursepackLexicon, GlossesAreCleanedForALearner) {
+    const struct {
+        const char* name;
+        const char* cedict;
+        const char* gloss; // empty: left out
+    } rows[] = {
+        {"another reading", "誰 谁 [shei2] /who/also pr. [shui2]/", "who"},
+        {"Taiwan reading", "期 期 [qi1] /a period of time/phase/stage/Taiwan pr. [qi2]/",
+         "a period of time; phase; stage"},
+        {"reading note in parentheses",
+         "這 这 [zhe4] /this/these/(commonly pr. [zhei4] before a classifier, esp. in Beijing)/",
+         "this; these"},
+        {"romanised Taiwanese reading",
+         "好康 好康 [hao3 kang1] /benefit/advantage (Taiwanese, POJ pr. [hó-khang])/",
+         "benefit; advantage (Taiwanese)"},
+        {"written as itself", "一准 一准 [yi1 zhun3] /certainly/also written 一準|一准[yi1 zhun3]/",
+         "certainly"},
+        {"written otherwise, and two classifiers",
+         "詞典 词典 [ci2 dian3] /dictionary/also written 辭典|辞典[ci2 dian3]/CL:部[bu4],本[ben3]/",
+         "dictionary; also written 辞典; measure words: 部, 本"},
+        {"one classifier", "年 年 [nian2] /year/CL:個|个[ge4]/", "year; measure word: 个"},
+        {"bare given name", "傑克 杰克 [Jie2 ke4] /Jack (name)/", ""},
+        {"bare person name", "伊麗莎白 伊丽莎白 [Yi1 li4 sha1 bai2] /Elizabeth (person name)/", ""},
+        {"a name and a country", "瑪麗 玛丽 [Ma3 li4] /Mary or Marie (name)/Mali/",
+         "Mary or Marie (name); Mali"},
+        {"marked vulgar", "肏 肏 [cao4] /to fuck (vulgar)/", "(vulgar) to fuck"},
+        {"vulgar without the mark", "他媽的 他妈的 [ta1 ma1 de5] /(taboo curse) damn it!/fucking/",
+         "(taboo curse) damn it!; (vulgar) fucking"},
+        {"the word vulgar is no mark", "庸俗 庸俗 [yong1 su2] /vulgar/tacky/", "vulgar; tacky"},
+    };
+    QString cedict, ranked;
+    for (const auto& r : rows) {
+        cedict += QString::fromUtf8(r.cedict) + QStringLiteral("\r\n");
+        ranked += QString::fromUtf8(r.cedict).section(u' ', 1, 1) + QStringLiteral("\t1\n");
+    }
+    Lexicon lexicon;
+    lexicon.LoadFromTexts(cedict, QString(), ranked);
+    VocabularyFigures figures;
+    const auto vocabulary = BuildVocabulary(lexicon, Course{}, 100, &figures);
+    for (const auto& r : rows) {
+        const QString word = QString::fromUtf8(r.cedict).section(u' ', 1, 1);
+        const auto it = std::find_if(vocabulary.begin(), vocabulary.end(),
+                                     [&](const VocabularyEntry& e) { return e.chinese == word; });
+        if (*r.gloss == 0) {
+            EXPECT_EQ(it, vocabulary.end()) << r.name;
+            continue;
+        }
+        ASSERT_NE(it, vocabulary.end()) << r.name;
+        EXPECT_EQ(it->english, QString::fromUtf8(r.gloss)) << r.name;
+    }
+    EXPECT_EQ(figures.pronunciation, 4);
+    EXPECT_EQ(figures.selfReference, 1);
+    EXPECT_EQ(figures.classifier, 2);
+    EXPECT_EQ(figures.vulgar, 2);
+    EXPECT_EQ(figures.leftOutNames, 2);
+    EXPECT_EQ(figures.leftOutEmpty, 0);
+    // The readings of a left-out name still serve the speech.
+    EXPECT_EQ(lexicon.Find(QStringLiteral("杰克"))->numeric, QStringLiteral("jie2 ke4"));
 }
 
 TEST(CoursepackLexicon, SentencesAreReadByTheLongestKnownWord) {

@@ -107,10 +107,14 @@ public:
         for (const Lesson& l : course_.lessons)
             for (const Word& w : l.words)
                 lexicon_.AddCourseReading(w.chinese, w.numeric);
-        const int room = kMaxRows - course_.LessonWordCount();
+        // The word table holds the lessons' words and the vocabulary, at most 32,767 rows;
+        // 28,000 leave room for 140 lessons of 20 words.
+        report_.lessonWords = course_.LessonWordCount();
+        const int room = kMaxRows - report_.lessonWords;
         const std::vector<VocabularyEntry> vocabulary =
-            lexicon_.EntryCount() > 0 ? BuildVocabulary(lexicon_, course_, std::min(28000, room))
-                                      : std::vector<VocabularyEntry>{};
+            lexicon_.EntryCount() > 0
+                ? BuildVocabulary(lexicon_, course_, std::min(28000, room), &report_.vocabulary)
+                : std::vector<VocabularyEntry>{};
         if (lexicon_.EntryCount() == 0)
             report_.warnings << QStringLiteral(
                 "no dictionary data: the vocabulary files are not made");
