@@ -282,6 +282,16 @@ TEST(CoursepackSources, SentenceSoundNamesFollowTheEnglishWords) {
     EXPECT_EQ(SentenceSoundName(QStringLiteral("Bye")), QStringLiteral("b.wav"));
 }
 
+// The first fault names the place it begins with and says what it should.
+void ExpectFirstFault(const std::vector<SourceError>& errors, const char* where, const char* says,
+                      const char* name) {
+    ASSERT_FALSE(errors.empty()) << name;
+    const QString message = errors.front().Text();
+    EXPECT_TRUE(message.startsWith(QString::fromUtf8(where)))
+        << name << ": " << message.toStdString();
+    EXPECT_TRUE(message.contains(QString::fromUtf8(says))) << name << ": " << message.toStdString();
+}
+
 // Each fault of the sources stops the build with the file, the line and a plain reason.
 TEST(CoursepackSources, EachFaultIsNamedWithItsFileAndLine) {
     const struct {
@@ -332,12 +342,7 @@ TEST(CoursepackSources, EachFaultIsNamedWithItsFileAndLine) {
         Course course;
         std::vector<SourceError> errors;
         EXPECT_FALSE(ReadCourse(src.Dir(), course, errors)) << r.name;
-        ASSERT_FALSE(errors.empty()) << r.name;
-        const QString message = errors.front().Text();
-        EXPECT_TRUE(message.startsWith(QString::fromUtf8(r.where)))
-            << r.name << ": " << message.toStdString();
-        EXPECT_TRUE(message.contains(QString::fromUtf8(r.says)))
-            << r.name << ": " << message.toStdString();
+        ExpectFirstFault(errors, r.where, r.says, r.name);
     }
 }
 
@@ -404,12 +409,8 @@ TEST(CoursepackSources, LessonsGiveTheTasksWhatTheyDraw) {
             EXPECT_TRUE(ok) << r.name << ": " << errors.front().Text().toStdString();
             continue;
         }
-        ASSERT_EQ(errors.size(), 1u) << r.name;
-        const QString message = errors.front().Text();
-        EXPECT_TRUE(message.startsWith(QString::fromUtf8(r.where)))
-            << r.name << ": " << message.toStdString();
-        EXPECT_TRUE(message.contains(QString::fromUtf8(r.says)))
-            << r.name << ": " << message.toStdString();
+        EXPECT_EQ(errors.size(), 1u) << r.name;
+        ExpectFirstFault(errors, r.where, r.says, r.name);
     }
 }
 
