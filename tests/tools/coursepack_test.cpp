@@ -55,7 +55,7 @@ void WriteSmallCourse(const SourceFolder& src) {
                              "jian4 mian4 | 见.面 | to meet (in person)\n"
                              "nv3 er2 | 女儿 | daughter\n"));
     src.Write(QStringLiteral("lessons/001/text.txt"),
-              QStringLiteral("你好\n  李明：你好！\n\n王老师：见面了。\n"));
+              QStringLiteral("你好\n  李明：你好！\n\n王老师：女儿见面了。\n"));
     src.Write(
         QStringLiteral("lessons/001/questions.txt"),
         QStringLiteral("谁是老师？\n#王老师\n李明\n\nWhich are greetings?\n#你好\n#您好\n再见\n"));
@@ -63,7 +63,7 @@ void WriteSmallCourse(const SourceFolder& src) {
               QStringLiteral(
                   "title: 第一次见面\nvoices: 安娜=female1\n安娜: 你好！\n王丽：你好，请坐。\n"));
     src.Write(QStringLiteral("lessons/081/words.txt"),
-              QStringLiteral("qing3 zuo4 | 请坐 | please sit down\n"));
+              QStringLiteral("qing3 zuo4 | 请坐 | please sit down\nqing3 | 请 | please\n"));
     src.Write(QStringLiteral("spoken/dialogs.txt"),
               QStringLiteral("你好吗？ = How are you today, my friend?\n很好。 = Very "
                              "well.\n还可以。 = Not bad.\n"));
@@ -120,19 +120,19 @@ TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
     const AppState& app = env.rt->app;
     EXPECT_EQ(app.TitleList[1], QStringLiteral("Lesson title 1"));
     EXPECT_EQ(app.TitleList[140], QStringLiteral("Lesson title 140"));
-    ASSERT_EQ(app.LessonWordCount, 4);
+    ASSERT_EQ(app.LessonWordCount, 5);
     EXPECT_EQ(app.WordPinyin[2], QStringLiteral("ji.an4 mi.an4"));
     EXPECT_EQ(app.WordTable[2].Chinese, QStringLiteral("见.面"));
     EXPECT_EQ(app.WordTable[2].Meaning, QStringLiteral(" to meet (in person) "));
     EXPECT_EQ(app.WordPinyin[3], QStringLiteral("n.v3 .er2"));
     EXPECT_EQ(app.WordTable[4].Chinese, QStringLiteral("请坐"));
     // The vocabulary: HSK words first, the lesson's own words left out, names after common words.
-    ASSERT_EQ(app.WordCount, 8);
-    EXPECT_EQ(app.WordTable[5].Chinese, QStringLiteral("老师"));
-    EXPECT_EQ(app.WordTable[5].Meaning, QStringLiteral(" teacher; CL:个,位 "));
-    EXPECT_EQ(app.WordPinyin[6], QStringLiteral("xu.e2 sh.eng0"));
-    EXPECT_EQ(app.WordTable[7].Meaning, QStringLiteral(" king "));
-    EXPECT_EQ(app.WordTable[8].Chinese, QStringLiteral("很"));
+    ASSERT_EQ(app.WordCount, 9);
+    EXPECT_EQ(app.WordTable[6].Chinese, QStringLiteral("老师"));
+    EXPECT_EQ(app.WordTable[6].Meaning, QStringLiteral(" teacher; measure words: 个, 位 "));
+    EXPECT_EQ(app.WordPinyin[7], QStringLiteral("xu.e2 sh.eng0"));
+    EXPECT_EQ(app.WordTable[8].Meaning, QStringLiteral(" king "));
+    EXPECT_EQ(app.WordTable[9].Chinese, QStringLiteral("很"));
     // Every word pairs with its characters, so every character is in the table.
     EXPECT_EQ(app.CharCount, 14);
     // Read text: the title line, then each non-empty line with its paragraph blanks; the play's
@@ -143,7 +143,7 @@ TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
     EXPECT_EQ(app.SentenceTable[5], QStringLiteral("王丽：你好，请坐。"));
     const QStringList lifr =
         ScriptLinesOf(env, QStringLiteral("Lessons/Script/Lesson_1/lifr.zvk"), "RT");
-    EXPECT_EQ(lifr, (QStringList{"Lesson 1", "你好", "  李明：你好！", "王老师：见面了。"}));
+    EXPECT_EQ(lifr, (QStringList{"Lesson 1", "你好", "  李明：你好！", "王老师：女儿见面了。"}));
     const QStringList play =
         ScriptLinesOf(env, QStringLiteral("Lessons/Script/Lesson_81/lifr.zvk"), "RT");
     EXPECT_EQ(play, (QStringList{"Lesson 81", "第一次见面", "安娜：你好！", "王丽：你好，请坐。"}));
@@ -282,6 +282,16 @@ TEST(CoursepackSources, SentenceSoundNamesFollowTheEnglishWords) {
     EXPECT_EQ(SentenceSoundName(QStringLiteral("Bye")), QStringLiteral("b.wav"));
 }
 
+// The first fault names the place it begins with and says what it should.
+void ExpectFirstFault(const std::vector<SourceError>& errors, const char* where, const char* says,
+                      const char* name) {
+    ASSERT_FALSE(errors.empty()) << name;
+    const QString message = errors.front().Text();
+    EXPECT_TRUE(message.startsWith(QString::fromUtf8(where)))
+        << name << ": " << message.toStdString();
+    EXPECT_TRUE(message.contains(QString::fromUtf8(says))) << name << ": " << message.toStdString();
+}
+
 // Each fault of the sources stops the build with the file, the line and a plain reason.
 TEST(CoursepackSources, EachFaultIsNamedWithItsFileAndLine) {
     const struct {
@@ -332,13 +342,96 @@ TEST(CoursepackSources, EachFaultIsNamedWithItsFileAndLine) {
         Course course;
         std::vector<SourceError> errors;
         EXPECT_FALSE(ReadCourse(src.Dir(), course, errors)) << r.name;
-        ASSERT_FALSE(errors.empty()) << r.name;
-        const QString message = errors.front().Text();
-        EXPECT_TRUE(message.startsWith(QString::fromUtf8(r.where)))
-            << r.name << ": " << message.toStdString();
-        EXPECT_TRUE(message.contains(QString::fromUtf8(r.says)))
-            << r.name << ": " << message.toStdString();
+        ExpectFirstFault(errors, r.where, r.says, r.name);
     }
+}
+
+// A lesson must give every task what its random draws look for, or the task would draw for
+// ever: two words to take wrong meanings from, at most seven meanings to place, words the text
+// shows, lines whose characters can be swapped, and a text in which every blank can be placed.
+TEST(CoursepackSources, LessonsGiveTheTasksWhatTheyDraw) {
+    const QString latin20 = QStringLiteral("ABCDEFGHIJKLMNOPQRST");
+    const struct {
+        const char* name;
+        QString words, text, play;
+        const char* where; // empty: the lesson is fine
+        const char* says;
+    } rows[] = {
+        {"a separable word apart in the text", "jian4 mian4 | 见.面 | to meet\nni3 | 你 | you\n",
+         "你好\n我们见了面。\n", "", "", ""},
+        {"word missing from the text", "ni3 hao3 | 你好 | hello\nzai4 jian4 | 再见 | goodbye\n",
+         "你好\n", "", "course/lessons/002/words.txt:2:", "\"再见\" does not occur"},
+        {"a single word", "ni3 hao3 | 你好 | hello\n", "你好\n", "",
+         "course/lessons/002/words.txt:", "at least two"},
+        {"eight meanings without blanks", "ni3 | 你 | a;b;c;d;e;f;g;h\nhao3 | 好 | good\n",
+         "你好\n", "", "course/lessons/002/words.txt:1:", "8 meanings"},
+        {"a line of one character four times", "ni3 | 你 | you\nha1 | 哈 | ha\n",
+         "你好\n  哈哈，哈哈！\n", "", "course/lessons/002/text.txt:2:", "swap"},
+        {"a play line of one character is saved by its speaker", "ni3 | 你 | you\nha1 | 哈 | ha\n",
+         "", "title: 你好\n王明: 哈哈哈哈！\n李华: 你好\n", "", ""},
+        {"a title too wide to centre", "ni3 | 你 | you\nhao3 | 好 | good\n",
+         "你好你好你好你好你好你好你好你好你好你好你好你好你好你好你好\n", "",
+         "course/lessons/002/text.txt:1:", "28 places"},
+        // The title "你好" is centred by 52 blanks; after "我" blank filling may cut next 2 to
+        // 21 places on, so 19 letters leave it a Chinese character to land on and 20 do not.
+        {"19 letters after two characters", "ni3 | 你 | you\nhao3 | 好 | good\n",
+         "你好\n我们" + latin20.left(19) + "他们好。\n", "", "", ""},
+        {"20 letters after two characters", "ni3 | 你 | you\nhao3 | 好 | good\n",
+         "你好\n我们" + latin20 + "他们好。\n", "",
+         "course/lessons/002/text.txt:2:", "20 characters"},
+        {"19 letters at the very end", "ni3 | 你 | you\nhao3 | 好 | good\n",
+         "你好\n我们" + latin20.left(19) + "\n", "", "", ""},
+        {"20 letters at the very end", "ni3 | 你 | you\nhao3 | 好 | good\n",
+         "你好\n我们" + latin20 + "\n", "", "course/lessons/002/text.txt:2:", "20 characters"},
+        // A new paragraph adds a line break (two characters) and its two blanks.
+        {"16 letters and a new paragraph", "ni3 | 你 | you\nhao3 | 好 | good\n",
+         "你好\n我们" + latin20.left(16) + "\n  他们好。\n", "",
+         "course/lessons/002/text.txt:2:", "20 characters"},
+        {"16 letters and a line that runs on", "ni3 | 你 | you\nhao3 | 好 | good\n",
+         "你好\n我们" + latin20.left(16) + "\n他们好。\n", "", "", ""},
+        // Each line of a play stands on a line of its own, after its speaker.
+        {"a play breaks every line", "ni3 | 你 | you\nhao3 | 好 | good\n", "",
+         "title: 你好\n王明: 你好" + latin20.left(18) + "\n李华: 你好\n",
+         "course/lessons/082/play.txt:2:", "20 characters"},
+    };
+    for (const auto& r : rows) {
+        SourceFolder src;
+        src.WriteTitles();
+        const QString folder =
+            r.play.isEmpty() ? QStringLiteral("lessons/002/") : QStringLiteral("lessons/082/");
+        src.Write(folder + QStringLiteral("words.txt"), r.words);
+        if (!r.text.isEmpty()) src.Write(folder + QStringLiteral("text.txt"), r.text);
+        if (!r.play.isEmpty()) src.Write(folder + QStringLiteral("play.txt"), r.play);
+        Course course;
+        std::vector<SourceError> errors;
+        const bool ok = ReadCourse(src.Dir(), course, errors);
+        if (*r.where == 0) {
+            EXPECT_TRUE(ok) << r.name << ": " << errors.front().Text().toStdString();
+            continue;
+        }
+        EXPECT_EQ(errors.size(), 1u) << r.name;
+        ExpectFirstFault(errors, r.where, r.says, r.name);
+    }
+}
+
+TEST(CoursepackSources, ALessonWithFewNewCharactersIsWarnedAbout) {
+    SourceFolder src;
+    src.WriteTitles();
+    src.Write(QStringLiteral("lessons/001/words.txt"),
+              QStringLiteral("ni3 hao3 | 你好 | hello\nwo3 men0 | 我们 | we\n"));
+    src.Write(QStringLiteral("lessons/001/text.txt"), QStringLiteral("你好\n我们好。\n"));
+    // Lesson 2 holds only two characters lesson 1 did not: a warning, not a fault.
+    src.Write(QStringLiteral("lessons/002/words.txt"),
+              QStringLiteral("ni3 men0 | 你们 | you\nta1 men0 | 他们 | they\nhao3 | 好 | good\n"
+                             "ta1 | 她 | she\n"));
+    src.Write(QStringLiteral("lessons/002/text.txt"), QStringLiteral("你们好\n她和他们好。\n"));
+    const Course course = ReadOk(src);
+    QStringList about;
+    for (const QString& w : course.warnings)
+        if (w.contains(QStringLiteral("new character"))) about << w;
+    ASSERT_EQ(about.size(), 1) << about.join(u'\n').toStdString();
+    EXPECT_TRUE(about[0].startsWith(QStringLiteral("course/lessons/002/words.txt: ")));
+    EXPECT_TRUE(about[0].contains(QStringLiteral("only 2 new")));
 }
 
 TEST(CoursepackSources, CourseWideLimitsAreChecked) {
@@ -389,6 +482,8 @@ TEST(CoursepackPlay, SpeakersWithoutAVoiceTakeTheFreeOnesInOrder) {
         QStringLiteral("lessons/090/play.txt"),
         QStringLiteral(
             "title: 在饭馆\npictures: 6\nvoices: 王明=male1\n李华：你好\n王明: 你好\n小红: 好\n"));
+    src.Write(QStringLiteral("lessons/090/words.txt"),
+              QStringLiteral("ni3 | 你 | you\nhao3 | 好 | good\n"));
     const Course course = ReadOk(src);
     const Lesson& l = course.lessons[89];
     ASSERT_EQ(l.playLines.size(), 3u);
@@ -495,11 +590,74 @@ TEST(CoursepackLexicon, DictionaryReadingsBecomeTheCoursesForm) {
 
     EXPECT_EQ(CleanMeanings({"variant of 個|个[ge4]", "surname Li", "see 一下[yi1 xia4]", "plum",
                              "CL:棵[ke1]", "plum", "old variant of X"}),
-              (QStringList{"plum", "CL:棵"}));
+              (QStringList{"plum", "measure word: 棵"}));
     QStringList many;
     for (int i = 0; i < 10; ++i)
         many << QStringLiteral("m%1").arg(i);
     EXPECT_EQ(CleanMeanings(many).size(), 7);
+}
+
+// The glosses of the generated vocabulary, from entries as the dictionary writes them: what
+// lost its content goes, classifiers read as measure words, bare names are left out, vulgar
+// meanings say so; the build counts each rule.
+TEST(CoursepackLexicon, GlossesAreCleanedForALearner) {
+    const struct {
+        const char* name;
+        const char* cedict;
+        const char* gloss; // empty: left out
+    } rows[] = {
+        {"another reading", "誰 谁 [shei2] /who/also pr. [shui2]/", "who"},
+        {"Taiwan reading", "期 期 [qi1] /a period of time/phase/stage/Taiwan pr. [qi2]/",
+         "a period of time; phase; stage"},
+        {"reading note in parentheses",
+         "這 这 [zhe4] /this/these/(commonly pr. [zhei4] before a classifier, esp. in Beijing)/",
+         "this; these"},
+        {"romanised Taiwanese reading",
+         "好康 好康 [hao3 kang1] /benefit/advantage (Taiwanese, POJ pr. [hó-khang])/",
+         "benefit; advantage (Taiwanese)"},
+        {"written as itself", "一准 一准 [yi1 zhun3] /certainly/also written 一準|一准[yi1 zhun3]/",
+         "certainly"},
+        {"written otherwise, and two classifiers",
+         "詞典 词典 [ci2 dian3] /dictionary/also written 辭典|辞典[ci2 dian3]/CL:部[bu4],本[ben3]/",
+         "dictionary; also written 辞典; measure words: 部, 本"},
+        {"one classifier", "年 年 [nian2] /year/CL:個|个[ge4]/", "year; measure word: 个"},
+        {"bare given name", "傑克 杰克 [Jie2 ke4] /Jack (name)/", ""},
+        {"bare person name", "伊麗莎白 伊丽莎白 [Yi1 li4 sha1 bai2] /Elizabeth (person name)/", ""},
+        {"a name and a country", "瑪麗 玛丽 [Ma3 li4] /Mary or Marie (name)/Mali/",
+         "Mary or Marie (name); Mali"},
+        {"marked vulgar", "肏 肏 [cao4] /to fuck (vulgar)/", "(vulgar) to fuck"},
+        {"vulgar without the mark", "他媽的 他妈的 [ta1 ma1 de5] /(taboo curse) damn it!/fucking/",
+         "(taboo curse) damn it!; (vulgar) fucking"},
+        {"the word vulgar is no mark", "庸俗 庸俗 [yong1 su2] /vulgar/tacky/", "vulgar; tacky"},
+    };
+    QString cedict, ranked;
+    for (const auto& r : rows) {
+        cedict += QString::fromUtf8(r.cedict) + QStringLiteral("\r\n");
+        ranked += QString::fromUtf8(r.cedict).section(u' ', 1, 1) + QStringLiteral("\t1\n");
+    }
+    Lexicon lexicon;
+    lexicon.LoadFromTexts(cedict, QString(), ranked);
+    VocabularyFigures figures;
+    const auto vocabulary = BuildVocabulary(lexicon, Course{}, 100, &figures);
+    for (const auto& r : rows) {
+        const QString word = QString::fromUtf8(r.cedict).section(u' ', 1, 1);
+        const auto it = std::find_if(vocabulary.begin(), vocabulary.end(),
+                                     [&](const VocabularyEntry& e) { return e.chinese == word; });
+        if (*r.gloss == 0) {
+            EXPECT_EQ(it, vocabulary.end()) << r.name;
+            continue;
+        }
+        ASSERT_NE(it, vocabulary.end()) << r.name;
+        EXPECT_EQ(it->english, QString::fromUtf8(r.gloss)) << r.name;
+    }
+    EXPECT_EQ(figures.pronunciation, 4);
+    EXPECT_EQ(figures.selfReference, 1);
+    EXPECT_EQ(figures.classifier, 2);
+    EXPECT_EQ(figures.vulgar, 2);
+    EXPECT_EQ(figures.leftOutNames, 2);
+    EXPECT_EQ(figures.leftOutEmpty, 0);
+    // The readings of a left-out name still serve the speech.
+    EXPECT_EQ(lexicon.Find(QStringLiteral("杰克"))->numeric, QStringLiteral("jie2 ke4"));
 }
 
 TEST(CoursepackLexicon, SentencesAreReadByTheLongestKnownWord) {
@@ -592,6 +750,8 @@ TEST(CoursepackSyllables, EverySyllableInUseGetsTheRecordingTheProgramPlays) {
 TEST(CoursepackSources, QuestionsKeepTheirRightMarksAndSkipLeadingComments) {
     SourceFolder src;
     src.WriteTitles();
+    src.Write(QStringLiteral("lessons/005/words.txt"),
+              QStringLiteral("ni3 | 你 | you\nhao3 | 好 | good\n"));
     src.Write(
         QStringLiteral("lessons/005/questions.txt"),
         QStringLiteral(

@@ -45,7 +45,9 @@ Voice VoiceNamed(const QString& name) {
 }
 
 Voice TeacherVoice() {
-    return {QString(), 50, 140};
+    // The engine speaks this voice at about 90 Hz; its tones are laid around 92 Hz, so that the
+    // lowest point of tone 3 stays above 65 Hz and the start of tone 4 below 130 Hz.
+    return {QString(), 50, 140, 92.0f};
 }
 
 Pcm DecodeWav(const QByteArray& bytes) {

@@ -28,6 +28,9 @@ struct Voice {
     QString variant; // "" or "f2", "m3", ...
     int pitch = 50;  // 0..99
     int speed = 150; // words per minute
+    // The middle of the voice's tone register in Hz, where single syllables are bent to their
+    // tones; 0 for a voice whose syllables are left as spoken.
+    float toneReferenceHz = 0;
 };
 
 // The voices of the TV plays by their names in the sources; unknown names give male1.

@@ -4,6 +4,7 @@
 #include "pictures.h"
 #include "script_output.h"
 #include "strokes.h"
+#include "tone_bend.h"
 
 #include "core/stroke_offsets.h"
 #include "core/syllable_table.h"
@@ -46,7 +47,15 @@ struct SpeechJob {
     Pcm result;
     QString error;
     SourcePlace place; // the sentence in the sources, when it comes from there
+    int tone = 0;      // a single syllable bent onto this tone's contour; 0: none
 };
+
+// The tone of a single syllable ("ma3" gives 3); 0 for anything longer.
+int singleSyllableTone(const QString& pinyin) {
+    const QString p = pinyin.trimmed();
+    if (CountSyllables(p) != 1 || p.contains(u' ') || !p.back().isDigit()) return 0;
+    return p.back().digitValue();
+}
 
 } // namespace
 
@@ -98,10 +107,14 @@ public:
         for (const Lesson& l : course_.lessons)
             for (const Word& w : l.words)
                 lexicon_.AddCourseReading(w.chinese, w.numeric);
-        const int room = kMaxRows - course_.LessonWordCount();
+        // The word table holds the lessons' words and the vocabulary, at most 32,767 rows;
+        // 28,000 leave room for 140 lessons of 20 words.
+        report_.lessonWords = course_.LessonWordCount();
+        const int room = kMaxRows - report_.lessonWords;
         const std::vector<VocabularyEntry> vocabulary =
-            lexicon_.EntryCount() > 0 ? BuildVocabulary(lexicon_, course_, std::min(28000, room))
-                                      : std::vector<VocabularyEntry>{};
+            lexicon_.EntryCount() > 0
+                ? BuildVocabulary(lexicon_, course_, std::min(28000, room), &report_.vocabulary)
+                : std::vector<VocabularyEntry>{};
         if (lexicon_.EntryCount() == 0)
             report_.warnings << QStringLiteral(
                 "no dictionary data: the vocabulary files are not made");
@@ -114,7 +127,7 @@ public:
         if (!writeStrokes()) return false;
         if (!writePictures()) return false;
         for (const QString& name : {QStringLiteral("right"), QStringLiteral("wrong"),
-                                   QStringLiteral("careful"), QStringLiteral("carryon")})
+                                    QStringLiteral("careful"), QStringLiteral("carryon")})
             if (!write(QStringLiteral("Sound\\") + name + QStringLiteral(".WAV"),
                        EncodeWav(VerdictSound(name))))
                 return false;
@@ -190,12 +203,13 @@ private:
         std::vector<SpeechJob> jobs;
         std::vector<QString> targets; // file for each job; empty for a line of a play
         const Voice teacher = TeacherVoice();
+        // Syllables and numbers of one syllable get their tone's contour.
         for (const QString& s : NeededSyllables(course_, vocabulary, options_.wholeSyllableTable)) {
-            jobs.push_back({s, teacher, {}, {}, {}});
+            jobs.push_back({s, teacher, {}, {}, {}, singleSyllableTone(s)});
             targets.push_back(SyllableFile(s));
         }
         for (const auto& [symbol, pinyin] : NumberSymbols()) {
-            jobs.push_back({pinyin, teacher, {}, {}, {}});
+            jobs.push_back({pinyin, teacher, {}, {}, {}, singleSyllableTone(pinyin)});
             targets.push_back(QStringLiteral("Numbers\\") + symbol + QStringLiteral(".wav"));
         }
         const size_t shortJobs = jobs.size();
@@ -273,8 +287,14 @@ private:
                     std::vector<Pcm> pieces =
                         SpeakPinyinBatch(items, jobs[part.front()].voice, &error);
                     for (size_t n = 0; n < part.size(); ++n) {
-                        jobs[part[n]].result = std::move(pieces[n]);
-                        if (jobs[part[n]].result.samples.empty()) jobs[part[n]].error = error;
+                        SpeechJob& job = jobs[part[n]];
+                        job.result = std::move(pieces[n]);
+                        if (job.result.samples.empty()) {
+                            job.error = error;
+                        } else if (job.tone > 0 && job.voice.toneReferenceHz > 0) {
+                            job.result = BendTone(job.result, job.tone, job.voice.toneReferenceHz);
+                            EvenLoudness(job.result);
+                        }
                     }
                 });
             }

@@ -31,6 +31,8 @@ struct BuildReport {
     int pictures = 0;
     int strokeFiles = 0;
     int vocabularyEntries = 0;
+    int lessonWords = 0;
+    VocabularyFigures vocabulary; // how its glosses were cleaned
     QStringList warnings;
     QStringList errors; // "file:line: reason" or a plain reason; non-empty means the build failed
 };

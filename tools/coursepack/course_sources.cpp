@@ -1,5 +1,7 @@
 #include "course_sources.h"
 
+#include "lesson_checks.h"
+
 #include "core/pinyin.h"
 #include "core/syllable_table.h"
 #include "platform/helpers.h"
@@ -8,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 #include <set>
 
 namespace vt::coursepack {
@@ -105,6 +108,8 @@ private:
     void readText(Lesson& lesson, const QString& rel);
     void readPlay(Lesson& lesson, const QString& rel);
     void readQuestions(Lesson& lesson, const QString& rel);
+    void checkLesson(const Lesson& lesson, const QString& rel);
+    void checkNewCharacters();
     void readDialogs();
     void readRows();
     bool readRowFile(const QString& rel, std::vector<SentenceRow>& rows);
@@ -171,6 +176,7 @@ void Reader::Run() {
     course_.categories.resize(kCategoryCount);
     readTitles();
     readLessons();
+    checkNewCharacters();
     readDialogs();
     readRows();
     checkLimits();
@@ -243,6 +249,108 @@ void Reader::readLesson(Lesson& lesson, const QString& rel) {
     }
     if (d.exists(QStringLiteral("questions.txt")))
         readQuestions(lesson, rel + QStringLiteral("/questions.txt"));
+    checkLesson(lesson, rel);
+}
+
+namespace {
+// Whether a word stands in one of the lines; a separable word ("见.面") may stand apart, its
+// pieces in order on one line ("见了面").
+bool occursIn(const QStringList& lines, const QString& chinese) {
+    const QString whole = StripPunctuation(chinese);
+    const QStringList pieces = chinese.split(u'.', Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
+        if (line.contains(whole)) return true;
+        if (pieces.size() < 2) continue;
+        qsizetype at = 0;
+        bool all = true;
+        for (const QString& piece : pieces) {
+            at = line.indexOf(StripPunctuation(piece), at);
+            if (at < 0) {
+                all = false;
+                break;
+            }
+            at += piece.size();
+        }
+        if (all) return true;
+    }
+    return false;
+}
+} // namespace
+
+// What the tasks draw from: enough words, words that the text shows, lines that can be altered,
+// a text in which every blank can be placed.
+void Reader::checkLesson(const Lesson& lesson, const QString& rel) {
+    const QString wordsFile = shown(rel + QStringLiteral("/words.txt"));
+    if (lesson.words.size() < 2)
+        fail(wordsFile, 0,
+             QStringLiteral("the lesson has %1 new word(s); the vocabulary drill needs at least "
+                            "two, it draws the wrong meanings from the other words")
+                 .arg(lesson.words.size()));
+
+    // The text as the program holds it: a read text's lines, or a play's title and shown lines.
+    QStringList lines;
+    std::vector<SourcePlace> places;
+    if (lesson.IsPlay()) {
+        for (const PlayLine& pl : lesson.playLines) {
+            lines << pl.Shown();
+            places.push_back(pl.place);
+        }
+    } else {
+        lines = lesson.textLines;
+        places = lesson.textPlaces;
+    }
+    if (lines.isEmpty()) return;
+    const QStringList searched = lesson.IsPlay() ? QStringList{lesson.playTitle} + lines : lines;
+    for (const Word& w : lesson.words)
+        if (!occursIn(searched, w.chinese))
+            fail(w.place.file, w.place.line,
+                 QStringLiteral("the new word \"%1\" does not occur in the lesson's text")
+                     .arg(w.chinese));
+    for (int i = 0; i < lines.size(); ++i)
+        if (LineIsAsked(lines[i]) && !LineCanBeSwapped(lines[i]))
+            fail(places[static_cast<size_t>(i)].file, places[static_cast<size_t>(i)].line,
+                 QStringLiteral("the line has four or more Chinese characters but no two "
+                                "different ones to swap, so finding the sentence to a sound "
+                                "could never make its altered versions"));
+
+    const QString& title = lesson.IsPlay() ? lesson.playTitle : lines[0];
+    const SourcePlace& titlePlace = lesson.IsPlay() ? lesson.playPlace : places[0];
+    if (title.size() > kWidestTitle) {
+        fail(titlePlace.file, titlePlace.line,
+             QStringLiteral("the title line has %1 characters; blank filling centres the title "
+                            "in %2 places")
+                 .arg(title.size())
+                 .arg(kWidestTitle));
+        return;
+    }
+    if (const auto stall = BlankCuttingStalls(lines, lesson.IsPlay(), lesson.playTitle)) {
+        const SourcePlace& at = !lesson.IsPlay() ? places[static_cast<size_t>(*stall)]
+                                : *stall == 0    ? titlePlace
+                                                 : places[static_cast<size_t>(*stall - 1)];
+        fail(at.file, at.line,
+             QStringLiteral("here begin 20 characters in a row without a Chinese one (counting "
+                            "the blanks and line breaks of the text as blank filling lays it "
+                            "out), so blank filling could never place its next blank"));
+    }
+}
+
+// The typing task drills the characters that no earlier lesson's words hold.
+void Reader::checkNewCharacters() {
+    QSet<QChar> known;
+    for (const Lesson& lesson : course_.lessons) {
+        if (!lesson.present || lesson.words.empty()) continue;
+        QSet<QChar> fresh;
+        for (const Word& w : lesson.words)
+            for (QChar c : StripPunctuation(w.chinese))
+                if (!known.contains(c)) fresh.insert(c);
+        if (fresh.size() < 4)
+            warn(lesson.words.front().place.file, 0,
+                 QStringLiteral("the words bring only %1 new character(s), characters that no "
+                                "earlier lesson's words hold; the typing task drills these, four "
+                                "or more are wanted")
+                     .arg(fresh.size()));
+        known.unite(fresh);
+    }
 }
 
 void Reader::readWords(Lesson& lesson, const QString& rel) {
@@ -262,8 +370,11 @@ void Reader::readWords(Lesson& lesson, const QString& rel) {
             continue;
         }
         if (!pinyinField(file, l.number, w.numeric, w.dotted, false)) continue;
-        if (w.english.split(QStringLiteral("; ")).size() > 7)
-            fail(file, l.number, QStringLiteral("a word has at most seven meanings"));
+        if (const int meanings = MeaningCount(w.english); meanings > 7)
+            fail(file, l.number,
+                 QStringLiteral("the word has %1 meanings (parted by \";\"); the vocabulary drill "
+                                "shows at most seven")
+                     .arg(meanings));
         const int chars = static_cast<int>(StripPunctuation(w.chinese).size());
         const int syllables = CountSyllables(w.dotted);
         if (chars != syllables) {

@@ -53,10 +53,25 @@ QString CedictToNumeric(const QString& pinyin) {
     return out.join(u' ');
 }
 
-QStringList CleanMeanings(const QStringList& definitions) {
+QStringList CleanMeanings(const QStringList& definitions, const QString& traditional,
+                          const QString& simplified, GlossChanges* changes) {
     static const QRegularExpression pair(QStringLiteral("[^\\s|\\[\\],;:]+\\|([^\\s\\[\\],;]+)"));
     static const QRegularExpression reading(QStringLiteral("\\[[^\\]]*\\]"));
+    // Notes on how else the word is read: whole meanings ("Taiwan pr. [jiao4]", "also pr.
+    // [...]"), notes in parentheses ("(Taiwan pr. [...] for this sense)") and the romanised
+    // reading of a Taiwanese word ("(Taiwanese, POJ pr. [...])").
+    static const QRegularExpression readingNote(QStringLiteral("^(?:[A-Za-z]+ )?pr\\. "));
+    static const QRegularExpression readingAside(
+        QStringLiteral("\\s*\\((?:[A-Za-z]+ )?pr\\.[^)]*\\)|,\\s*POJ pr\\.\\s*\\[[^\\]]*\\]"));
+    static const QRegularExpression vulgarWord(QStringLiteral("\\b(?:mother)?fuck|\\bcunt"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression personName(
+        QStringLiteral("^[A-Z][\\w'.-]*(?:,? (?:or )?[A-Z][\\w'.-]*)* \\((?:name|person name|given "
+                       "name|female name|feminine name|male name|Western name)\\)$"));
+    GlossChanges local;
+    GlossChanges& did = changes ? *changes : local;
     QStringList out;
+    int names = 0;
     for (QString d : definitions) {
         d = d.trimmed();
         const QString lower = d.toLower();
@@ -65,11 +80,40 @@ QStringList CleanMeanings(const QStringList& definitions) {
             lower.startsWith(QStringLiteral("see ")) ||
             lower.startsWith(QStringLiteral("used in ")))
             continue;
+        if (readingNote.match(d).hasMatch()) {
+            did.pronunciation = true;
+            continue;
+        }
+        if (const QString before = d; d.replace(readingAside, QString()) != before)
+            did.pronunciation = true;
+        if (d.startsWith(QStringLiteral("CL:"))) {
+            QStringList words = d.mid(3).split(u',', Qt::SkipEmptyParts);
+            for (QString& w : words)
+                w = w.replace(pair, QStringLiteral("\\1")).replace(reading, QString()).trimmed();
+            d = (words.size() == 1 ? QStringLiteral("measure word: ")
+                                   : QStringLiteral("measure words: ")) +
+                words.join(QStringLiteral(", "));
+            did.classifier = true;
+        }
         d.replace(pair, QStringLiteral("\\1"));
         d.replace(reading, QString());
         d = d.simplified();
+        if (d.startsWith(QStringLiteral("also written ")) &&
+            (d.mid(13) == simplified || d.mid(13) == traditional) && !d.mid(13).isEmpty()) {
+            did.selfReference = true;
+            continue;
+        }
+        if (d.contains(QStringLiteral("(vulgar)")) || vulgarWord.match(d).hasMatch()) {
+            d = (QStringLiteral("(vulgar) ") + d.remove(QStringLiteral("(vulgar)"))).simplified();
+            did.vulgar = true;
+        }
+        if (personName.match(d).hasMatch()) ++names;
         if (!d.isEmpty() && !out.contains(d)) out << d;
         if (out.size() == 7) break;
+    }
+    if (names > 0 && names == out.size()) {
+        did.bareName = true;
+        out.clear();
     }
     return out;
 }
@@ -117,11 +161,11 @@ void Lexicon::LoadFromTexts(const QString& cedict, const QString& hsk,
             line.left(open).trimmed().toString().split(u' ', Qt::SkipEmptyParts);
         if (chars.size() != 2) continue;
         const QString raw = line.mid(open + 1, close - open - 1).toString();
-        LexEntry e{chars[1], CedictToNumeric(raw), {}};
+        LexEntry e{chars[1], CedictToNumeric(raw), {}, {}};
         if (e.numeric.isEmpty()) continue;
         QString defs = line.mid(close + 3).toString().trimmed();
         if (defs.endsWith(u'/')) defs.chop(1);
-        e.meanings = CleanMeanings(defs.split(u'/'));
+        e.meanings = CleanMeanings(defs.split(u'/'), chars[0], chars[1], &e.changes);
         const int s = score(e, raw);
         auto it = bestScore.find(e.simplified);
         if (it != bestScore.end() && s > it->first) continue;
@@ -222,7 +266,10 @@ QString Lexicon::ToSpokenPinyin(const QString& text, int* unknown) const {
 }
 
 std::vector<VocabularyEntry> BuildVocabulary(const Lexicon& lexicon, const Course& course,
-                                             int maxEntries) {
+                                             int maxEntries, VocabularyFigures* figures) {
+    VocabularyFigures local;
+    VocabularyFigures& f = figures ? *figures : local;
+    f = VocabularyFigures{};
     QSet<QString> lessonWords;
     for (const Lesson& l : course.lessons)
         for (const Word& w : l.words)
@@ -232,9 +279,17 @@ std::vector<VocabularyEntry> BuildVocabulary(const Lexicon& lexicon, const Cours
         if (static_cast<int>(out.size()) >= maxEntries) break;
         if (lessonWords.contains(w) || HasNonChinese(w)) continue;
         const LexEntry* e = lexicon.Find(w);
-        if (!e || e->meanings.isEmpty()) continue;
+        if (!e) continue;
         const QString dotted = NumericToDotted(e->numeric);
         if (dotted.isEmpty() || CountSyllables(dotted) != StripPunctuation(w).size()) continue;
+        if (e->meanings.isEmpty()) {
+            ++(e->changes.bareName ? f.leftOutNames : f.leftOutEmpty);
+            continue;
+        }
+        f.pronunciation += e->changes.pronunciation;
+        f.selfReference += e->changes.selfReference;
+        f.classifier += e->changes.classifier;
+        f.vulgar += e->changes.vulgar;
         out.push_back({dotted, w, e->meanings.join(QStringLiteral("; "))});
     }
     return out;

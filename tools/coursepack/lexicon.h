@@ -14,10 +14,20 @@
 
 namespace vt::coursepack {
 
+// What cleaning did to the meanings of one dictionary entry.
+struct GlossChanges {
+    bool pronunciation = false; // a note on another reading dropped ("Taiwan pr. [jiao4]")
+    bool selfReference = false; // "also written X" with X the word itself dropped
+    bool classifier = false;    // "CL:個|个[ge4]" written "measure word: 个"
+    bool vulgar = false;        // a vulgar meaning marked "(vulgar)" in front
+    bool bareName = false;      // nothing but transliterated personal names: no meanings left
+};
+
 struct LexEntry {
     QString simplified;
     QString numeric; // lower case, "v" for the u with two dots, 0 for the neutral tone
     QStringList meanings;
+    GlossChanges changes;
 };
 
 class Lexicon {
@@ -54,17 +64,30 @@ private:
     int longest_ = 1;
 };
 
+// How the vocabulary's glosses were cleaned: entries changed by each rule, and ranked words
+// left out because no meaning was left to teach.
+struct VocabularyFigures {
+    int pronunciation = 0, selfReference = 0, classifier = 0, vulgar = 0;
+    int leftOutNames = 0; // nothing but transliterated personal names ("Jack (name)")
+    int leftOutEmpty = 0; // nothing but variants, cross references or surnames
+};
+
 // The vocabulary files' entries: the ranked words that have a dictionary entry with a reading
 // that pairs with their characters, leaving out the course's lesson words, at most maxEntries.
 std::vector<VocabularyEntry> BuildVocabulary(const Lexicon& lexicon, const Course& course,
-                                             int maxEntries);
+                                             int maxEntries, VocabularyFigures* figures = nullptr);
 
 // A CC-CEDICT reading ("Zhong1 guo2", "lu:4", "ma5") in the course's numeric form ("zhong1
 // guo2", "lv4", "ma0"); empty when it is not plain syllables.
 QString CedictToNumeric(const QString& pinyin);
 
-// Meanings as a learner reads them: cross references reduced to the simplified word, variants and
-// surname notes left out.
-QStringList CleanMeanings(const QStringList& definitions);
+// Meanings as a learner reads them, at most seven: cross references reduced to the simplified
+// word without its reading; variants, surname notes, notes on other readings ("Taiwan pr.") and
+// "also written" the word itself left out; classifiers written "measure word: 个"; a vulgar
+// meaning marked "(vulgar)" in front. An entry that holds nothing but transliterated personal
+// names ("Jack (name)") keeps no meaning. The word's own spellings are needed to recognise it;
+// changes, when given, tells which rules changed something.
+QStringList CleanMeanings(const QStringList& definitions, const QString& traditional = QString(),
+                          const QString& simplified = QString(), GlossChanges* changes = nullptr);
 
 } // namespace vt::coursepack

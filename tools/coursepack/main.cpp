@@ -123,6 +123,20 @@ int main(int argc, char** argv) {
             .arg(report.pictures)
             .arg(report.strokeFiles)
             .arg(report.vocabularyEntries));
+    const VocabularyFigures& v = report.vocabulary;
+    print(QStringLiteral("coursepack: vocabulary glosses: %1 with notes on other readings dropped, "
+                         "%2 with \"also written\" the word itself dropped, %3 with measure "
+                         "words, %4 marked vulgar; left out: %5 bare names, %6 with nothing to "
+                         "teach; word table: %7 lesson words + %8 vocabulary = %9 of 32,767 rows")
+              .arg(v.pronunciation)
+              .arg(v.selfReference)
+              .arg(v.classifier)
+              .arg(v.vulgar)
+              .arg(v.leftOutNames)
+              .arg(v.leftOutEmpty)
+              .arg(report.lessonWords)
+              .arg(report.vocabularyEntries)
+              .arg(report.lessonWords + report.vocabularyEntries));
     print(QStringLiteral("coursepack: built in %1 s; data folder %2 holds %3 files, %4 MB")
               .arg(clock.elapsed() / 1000.0, 0, 'f', 1)
               .arg(options.outDir)
