@@ -6,14 +6,11 @@
 
 #include <QChar>
 #include <algorithm>
-#include <limits>
 
 namespace vt {
 
 namespace {
 
-// Every table of the knowledge base is counted in 16 bits.
-constexpr int kMaxRows = std::numeric_limits<int16_t>::max();
 constexpr int kVocabularyBarMax = 160;
 constexpr int kVocabularyBarShortfall = 144;
 
@@ -219,7 +216,7 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
         if (!rt.files.Exists(path)) continue;
         ReadScriptFile(rt, path, textFamily, 0);
         // The first line (and for a TV play also the second) heads the text.
-        const int first = (n < kFirstPlayLesson ? 1 : 2) + 1;
+        const int first = (IsPlayLesson(n) ? 2 : 1) + 1;
         for (int i = first; i <= app.ScriptLineCount; ++i) {
             if (app.SentenceTable.Count() >= kMaxRows) break;
             app.SentenceTable.Append(Trim(app.ScriptLines[i]));

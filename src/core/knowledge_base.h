@@ -6,6 +6,7 @@
 //
 // After the load the tables are read-only. Nothing here writes files or keeps files open.
 
+#include "core/course_shape.h"
 #include "shell/app_state.h"
 
 #include <QString>
@@ -36,11 +37,6 @@ struct LoadProgress {
     void Step(int bar) { SetValue(bar, Value[bar] + 1); }
 };
 
-// What the course holds: 140 lessons and 20 vocabulary files.
-constexpr int kLessonCount = 140;
-constexpr int kVocabularyFileCount = 20;
-// Lessons from this number on are TV plays, whose text files open with two header lines.
-constexpr int kFirstPlayLesson = 81;
 // The greeting spoken when the load is done.
 inline const QString kGreeting = QStringLiteral("huan1 ying2 shi3 yong4 wan4 tu2 ri4 ya3");
 

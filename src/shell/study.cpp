@@ -112,7 +112,7 @@ void LoadLessonScripts(Runtime& rt) {
         app.TextLineCount = 0;
         return;
     }
-    const bool tvPlay = app.OpenLesson >= kFirstTvPlay;
+    const bool tvPlay = IsPlayLesson(app.OpenLesson);
     const int firstLine = tvPlay ? 3 : 2;
     if (tvPlay) app.TextTitle = app.ScriptLineCount >= 2 ? app.ScriptLines[2] : QString();
     for (int i = firstLine; i <= app.ScriptLineCount; ++i)

@@ -6,6 +6,8 @@
 //
 // The lesson menu (Begin1) shows what these functions decide; the task forms call AdvanceStudy.
 
+#include "core/course_shape.h"
+
 #include <QString>
 #include <array>
 #include <cstdint>
@@ -15,10 +17,6 @@ namespace vt {
 struct AppState;
 struct Runtime;
 
-constexpr int kLessonCount = 140;
-constexpr int kTaskCount = 7;
-// Lessons from this one on are TV plays; the ones before are read texts.
-constexpr int kFirstTvPlay = 81;
 // The button of the additional page (new words and phrases) in the task list.
 constexpr int kAdditionalPage = 7;
 

@@ -36,7 +36,7 @@ bool OpenTaskStack(Runtime& rt, const FormLoaders& loaders, int buttonIndex) {
     if (buttonIndex < 0 || buttonIndex > kAdditionalPage) return false;
     AppState& app = rt.app;
     const TaskStackRow& row = TaskStackFor(buttonIndex);
-    const char* mainName = app.OpenLesson >= kFirstTvPlay ? row.mainTv : row.main;
+    const char* mainName = IsPlayLesson(app.OpenLesson) ? row.mainTv : row.main;
     const QString mainKey = QString::fromLatin1(mainName);
     if (!rt.forms.Find(mainKey) && !loaders.count(mainKey)) return false;
 

@@ -85,13 +85,13 @@ void checkStrokes(const QString& data, const QString& npm) {
 // Every script file whose rows begin with dotted Pinyin, with its family.
 std::vector<std::pair<QString, QString>> pinyinFiles(const QString& data) {
     std::vector<std::pair<QString, QString>> out;
-    for (int n = 1; n <= 140; ++n)
+    for (int n = 1; n <= kLessonCount; ++n)
         out.push_back(
             {QStringLiteral("Lessons/Script/Lesson_%1/icwp.zvk").arg(n), QStringLiteral("RW")});
-    for (int n = 1; n <= 20; ++n) {
+    for (int n = 1; n <= kVocabularyFileCount; ++n)
         out.push_back({QStringLiteral("Vocabulary/ci%1.zvk").arg(n), QStringLiteral("VO")});
+    for (int n = 1; n <= kSentenceCategoryCount; ++n)
         out.push_back({QStringLiteral("Spoken/Script_%1.zvk").arg(n), QStringLiteral("SP")});
-    }
     for (int n = 1;
          QFile::exists(FileStore::Resolve(data + QStringLiteral("/Spoken/Script%1.zvk").arg(n)));
          ++n)

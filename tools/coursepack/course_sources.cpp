@@ -173,7 +173,7 @@ void Reader::Run() {
     course_.lessons.resize(kLessonCount);
     for (int i = 0; i < kLessonCount; ++i)
         course_.lessons[static_cast<size_t>(i)].number = i + 1;
-    course_.categories.resize(kCategoryCount);
+    course_.categories.resize(kSentenceCategoryCount);
     readTitles();
     readLessons();
     checkNewCharacters();
@@ -680,7 +680,7 @@ void Reader::readRows() {
         const QString rel = QStringLiteral("spoken/") + name;
         if (auto m = category.match(name); m.hasMatch()) {
             const int k = m.captured(1).toInt();
-            if (m.captured(1).size() != 2 || k < 1 || k > kCategoryCount) {
+            if (m.captured(1).size() != 2 || k < 1 || k > kSentenceCategoryCount) {
                 fail(shown(rel), 0,
                      QStringLiteral("the categories are category_01.txt to category_20.txt"));
                 continue;

@@ -6,17 +6,14 @@
 // Pinyin is kept in both forms: as written (numeric tones, for the speech) and dotted, as the
 // data files store it.
 
+#include "core/course_shape.h"
+
 #include <QString>
 #include <QStringList>
 #include <map>
 #include <vector>
 
 namespace vt::coursepack {
-
-inline constexpr int kLessonCount = 140;
-inline constexpr int kLastTextLesson = 80;
-inline constexpr int kCategoryCount = 20;
-inline constexpr int kMaxRows = 32767;
 
 // Where a piece of the sources stands, for messages.
 struct SourcePlace {
@@ -76,7 +73,7 @@ struct Lesson {
     int pictureCount = 4;
     SourcePlace playPlace;
     std::vector<Question> questions;
-    bool IsPlay() const { return number > kLastTextLesson; }
+    bool IsPlay() const { return IsPlayLesson(number); }
 };
 
 struct DialogLine {

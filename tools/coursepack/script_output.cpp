@@ -110,7 +110,7 @@ std::vector<ScriptFileEntry> ScriptFiles(const Course& course,
         entries.push_back({QStringLiteral("Spoken\\Script%1.zvk").arg(n + 1), QStringLiteral("SP"),
                            RowLines(course.sentenceFiles[n])});
     if (!vocabulary.empty()) {
-        constexpr size_t files = 20;
+        constexpr auto files = static_cast<size_t>(kVocabularyFileCount);
         const size_t per = (vocabulary.size() + files - 1) / files;
         for (size_t f = 0; f < files; ++f) {
             const size_t from = std::min(vocabulary.size(), f * per);
