@@ -5,9 +5,9 @@
 //   bench_knowledge_base [runs]     (default 15; the best run of each is shown)
 
 #include "core/knowledge_base.h"
+#include "core/runtime.h"
 #include "core/script_file.h"
 #include "course_generator.h"
-#include "platform/runtime.h"
 
 #include <QCoreApplication>
 #include <QFile>

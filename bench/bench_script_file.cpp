@@ -1,8 +1,8 @@
 // Throughput of the script file reader on a multi-megabyte enciphered file: from disk into
 // ScriptLines, from memory alone, and the writer that the course compiler uses. Figures are
 // printed as MB/s (10^6 bytes of script file per second).
+#include "core/runtime.h"
 #include "core/script_file.h"
-#include "platform/runtime.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>

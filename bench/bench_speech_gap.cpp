@@ -13,11 +13,11 @@
 // The syllables are sine tones of known lengths written for this run; gaps are stretches of
 // exact silence of at least 8 samples between sounds.
 
+#include "core/runtime.h"
 #include "core/speech.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/random.h"
-#include "platform/runtime.h"
 #include "platform/screen.h"
 #include "platform/timers.h"
 

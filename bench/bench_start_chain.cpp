@@ -4,8 +4,8 @@
 // loaded in between). Run it from the build folder: it uses the course in app/ beside the program.
 // Prints figures; asserts nothing.
 
+#include "core/runtime.h"
 #include "platform/application.h"
-#include "platform/runtime.h"
 #include "shell/begin.h"
 #include "shell/begin1.h"
 #include "shell/start_or_not.h"

@@ -1,8 +1,8 @@
 #include "core/knowledge_base.h"
 
 #include "core/pinyin.h"
+#include "core/runtime.h"
 #include "core/script_file.h"
-#include "platform/runtime.h"
 
 #include <QChar>
 #include <algorithm>

@@ -6,8 +6,8 @@
 //
 // After the load the tables are read-only. Nothing here writes files or keeps files open.
 
+#include "core/app_state.h"
 #include "core/course_shape.h"
-#include "shell/app_state.h"
 
 #include <QString>
 #include <QStringView>

@@ -1,7 +1,7 @@
 #include "core/pinyin.h"
 
+#include "core/app_state.h"
 #include "platform/helpers.h"
-#include "shell/app_state.h"
 
 namespace vt {
 

@@ -1,7 +1,7 @@
 #include "core/script_file.h"
 
+#include "core/runtime.h"
 #include "core/substitution_tables.h"
-#include "platform/runtime.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "core/speech.h"
 
+#include "core/runtime.h"
 #include "platform/helpers.h"
-#include "platform/runtime.h"
 #include "platform/timers.h"
 
 namespace vt {

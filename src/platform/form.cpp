@@ -1,7 +1,6 @@
 #include "platform/form.h"
 
 #include "platform/forms.h"
-#include "platform/runtime.h"
 #include "platform/screen.h"
 
 #include <QGuiApplication>
@@ -100,8 +99,8 @@ private:
     Form* form_;
 };
 
-Form::Form(Runtime& runtime, const QString& name, Border border)
-    : QWidget(runtime.forms.Desktop()), rt(runtime), border_(border) {
+Form::Form(Forms& forms, const QString& name, Border border)
+    : QWidget(forms.Desktop()), forms_(forms), border_(border) {
     setObjectName(name);
     setAttribute(Qt::WA_DeleteOnClose, false);
     if (!parentWidget()) setWindowFlag(Qt::Window, true);
@@ -204,12 +203,12 @@ void Form::raiseWithOwned() {
     // A window of its own is raised by the window system; the offscreen test screen has none.
     if (!isWindow() || QGuiApplication::platformName() != u"offscreen") raise();
     // Forms shown with this one as owner stay above it.
-    for (Form* f : rt.forms.All())
+    for (Form* f : forms_.All())
         if (f != this && f->owner_ == this && f->Visible()) f->raiseWithOwned();
 }
 
 void Form::CloseBox() {
-    rt.forms.Unload(this);
+    forms_.Unload(this);
 }
 
 bool Form::PreviewKey(QKeyEvent* event) {

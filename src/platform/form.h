@@ -12,21 +12,21 @@
 
 namespace vt {
 
-struct Runtime;
 class CaptionBar;
 class ClientArea;
 
 // Shift state of key and mouse events: 1 Shift, 2 Ctrl, 4 Alt.
 // Mouse buttons: 1 left, 2 right, 4 middle.
+class Forms;
+
 class Form : public QWidget {
     Q_OBJECT
 public:
     enum class Border { None, Caption };
 
-    Form(Runtime& rt, const QString& name, Border border = Border::Caption);
+    // A form named name, of the forms given, standing on their desktop.
+    Form(Forms& forms, const QString& name, Border border = Border::Caption);
     ~Form() override;
-
-    Runtime& rt;
 
     // Geometry in twips, relative to the desktop (or the screen for a form without one).
     int Left() const { return left_; }
@@ -84,6 +84,10 @@ public:
     static int ButtonOf(Qt::MouseButtons b);
 
 protected:
+    // Called by Forms::Unload once the unload went through, before the form leaves the screen.
+    friend class Forms;
+    virtual void formUnloaded() {}
+
     void applyGeometry();
     void moveEvent(QMoveEvent* e) override;
     void paintEvent(QPaintEvent* e) override;
@@ -93,6 +97,7 @@ private:
     friend class ClientArea;
     void raiseWithOwned();
 
+    Forms& forms_;
     int left_ = 0, top_ = 0, width_ = 4800, height_ = 3600;
     QString caption_;
     Border border_;

@@ -4,7 +4,7 @@
 
 namespace vt {
 
-Forms::Forms(Runtime& rt) : rt_(rt) {
+Forms::Forms() {
     if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance()))
         connect(app, &QApplication::focusChanged, this, &Forms::focusChanged);
 }
@@ -36,6 +36,17 @@ Form* Forms::Find(const QString& name) const {
     return nullptr;
 }
 
+void Forms::Register(const QString& name, Loader loader) {
+    loaders_[name] = std::move(loader);
+}
+
+Form* Forms::LoadByName(const QString& name) {
+    if (Form* f = Find(name)) return f;
+    auto it = loaders_.find(name);
+    if (it == loaders_.end() || !it->second) return nullptr;
+    return it->second();
+}
+
 std::vector<Form*> Forms::All() const {
     std::vector<Form*> out;
     for (const auto& f : forms_)
@@ -49,6 +60,7 @@ bool Forms::Unload(Form* form) {
     bool cancel = false;
     form->Form_Unload(cancel);
     if (cancel) return false;
+    form->formUnloaded();
     if (OnUnloaded) OnUnloaded(form->objectName());
     // Forms shown with this one as owner go with it.
     for (Form* owned : All())

@@ -1,11 +1,11 @@
 #include "shell/about.h"
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 #include "shell/begin.h"
 
 namespace vt {
 
-About::About(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Border::None) {
+About::About(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     Move(0, 0, 5800, 5600);
     Label2[0] = Add<Label>(this, Indexed(QStringLiteral("Label2"), 0), 300, 600, 5200, 600);
     Label2[0]->SetCaption(QStringLiteral("Vantoria 2007  万图日雅"));

@@ -1,14 +1,14 @@
 #pragma once
 // The About panel of the main screen: the program's name and version.
 
+#include "core/app_form.h"
 #include "platform/controls.h"
-#include "platform/form.h"
 
 #include <array>
 
 namespace vt {
 
-class About final : public Form {
+class About final : public AppForm {
     Q_OBJECT
 public:
     static constexpr const char* kName = "frmAbout";

@@ -1,9 +1,9 @@
 #include "shell/background.h"
 
 #include "core/pinyin.h"
+#include "core/runtime.h"
 #include "core/speech.h"
 #include "core/substitution_tables.h"
-#include "platform/runtime.h"
 #include "shell/begin.h"
 #include "shell/start_or_not.h"
 
@@ -36,7 +36,7 @@ bool WriteSettingRecord(Runtime& rt, const SettingRecord& r) {
                                 PackInt16LE({r.ScreenMode, r.IP1, r.IP2, r.IP3, r.IP4, r.Port}));
 }
 
-Background::Background(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Border::None) {
+Background::Background(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     setWindowFlag(Qt::FramelessWindowHint, true);
     SetCaption(QStringLiteral("Vantoria 2007"));
     rt.forms.SetDesktop(this);

@@ -4,15 +4,15 @@
 // spoken with a moving marker, and carries the screen mode (full screen, room for the task bar,
 // or hidden so that only the forms on it can be seen).
 
+#include "core/app_form.h"
 #include "platform/controls.h"
-#include "platform/form.h"
 #include "shell/desktop_logic.h"
 
 namespace vt {
 
 class Timer;
 
-class Background final : public Form {
+class Background final : public AppForm {
     Q_OBJECT
 public:
     static constexpr const char* kName = "Background";

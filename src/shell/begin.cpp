@@ -1,7 +1,7 @@
 #include "shell/begin.h"
 
+#include "core/runtime.h"
 #include "core/speech.h"
-#include "platform/runtime.h"
 #include "shell/about.h"
 #include "shell/background.h"
 #include "shell/begin1.h"
@@ -50,7 +50,7 @@ QPixmap buttonPicture(const QString& resource, const QString& label) {
 
 } // namespace
 
-Begin::Begin(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Border::None) {
+Begin::Begin(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     SetCaption(QStringLiteral("Vantoria 2007"));
     Move(0, 0, kWidth, kHeight);
     setAutoFillBackground(false); // the artwork's rounded corners show the desktop

@@ -3,8 +3,8 @@
 // area where the chosen menu opens. It reads the study position at load and carries the last
 // stages of the start: the loading panel, then the lesson menu.
 
+#include "core/app_form.h"
 #include "platform/controls.h"
-#include "platform/form.h"
 
 #include <array>
 
@@ -12,7 +12,7 @@ namespace vt {
 
 class Timer;
 
-class Begin final : public Form {
+class Begin final : public AppForm {
     Q_OBJECT
 public:
     static constexpr const char* kName = "Begin";

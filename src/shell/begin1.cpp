@@ -1,6 +1,6 @@
 #include "shell/begin1.h"
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 #include "shell/study.h"
 
 #include <QShowEvent>
@@ -47,7 +47,7 @@ Label* addHeading(Form* form, const QString& name, const QString& caption, int t
 
 } // namespace
 
-Begin1::Begin1(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Border::None) {
+Begin1::Begin1(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     Move(Left(), Top(), kWidth, kHeight);
     // The paper of the main screen's panel area, so the menu reads as part of it.
     QPalette pal = palette();

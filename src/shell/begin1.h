@@ -8,15 +8,15 @@
 // The menu is loaded once and then only hidden and shown again, so it keeps the lesson chosen.
 // What the menu decides lives in shell/study.h; how a task is opened in shell/task_forms.h.
 
+#include "core/app_form.h"
 #include "platform/controls.h"
-#include "platform/form.h"
 #include "shell/task_forms.h"
 
 #include <array>
 
 namespace vt {
 
-class Begin1 : public Form {
+class Begin1 : public AppForm {
     Q_OBJECT
 public:
     static constexpr const char* kName = "Begin1";

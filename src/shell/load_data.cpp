@@ -1,13 +1,13 @@
 #include "shell/load_data.h"
 
 #include "core/knowledge_base.h"
+#include "core/runtime.h"
 #include "core/speech.h"
-#include "platform/runtime.h"
 #include "shell/begin.h"
 
 namespace vt {
 
-LoadData::LoadData(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Border::None) {
+LoadData::LoadData(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     Move(0, 0, 5800, 5600);
     Label1 = Add<Label>(this, QStringLiteral("Label1"), 300, 300, 5200, 700);
     Label1->SetCaption(QStringLiteral("Loading the course, please wait...  正在加载课程"));

@@ -3,14 +3,14 @@
 // base in one tick of its timer, greets the learner and unloads itself; its unload starts the
 // main screen's last start stage.
 
+#include "core/app_form.h"
 #include "platform/controls.h"
-#include "platform/form.h"
 
 namespace vt {
 
 class Timer;
 
-class LoadData final : public Form {
+class LoadData final : public AppForm {
     Q_OBJECT
 public:
     static constexpr const char* kName = "LoadData";

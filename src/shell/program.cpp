@@ -1,8 +1,8 @@
 #include "shell/program.h"
 
+#include "core/runtime.h"
 #include "core/speech.h"
 #include "platform/application.h"
-#include "platform/runtime.h"
 #include "shell/start_or_not.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "shell/start_or_not.h"
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 #include "shell/background.h"
 
 namespace vt {
@@ -11,7 +11,7 @@ constexpr int kFullHeight = 8400;
 constexpr int kLabel4Top = 3000;
 } // namespace
 
-StartOrNot::StartOrNot(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName), Border::None) {
+StartOrNot::StartOrNot(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     Move(0, 0, kFullWidth, kFullHeight);
     Shape1 = Add<Shape>(this, QStringLiteral("Shape1"), 0, 0, kFullWidth, kFullHeight);
     Shape1->BorderColor = 0x8C4E1F;

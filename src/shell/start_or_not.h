@@ -3,12 +3,12 @@
 // and then loads the desktop, which carries the start on. Only when the check fails does it show
 // itself as a warning with three steps of advice and three buttons.
 
+#include "core/app_form.h"
 #include "platform/controls.h"
-#include "platform/form.h"
 
 namespace vt {
 
-class StartOrNot final : public Form {
+class StartOrNot final : public AppForm {
     Q_OBJECT
 public:
     static constexpr const char* kName = "StartOrNot";

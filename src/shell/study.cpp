@@ -1,7 +1,7 @@
 #include "shell/study.h"
 
+#include "core/runtime.h"
 #include "core/script_file.h"
-#include "platform/runtime.h"
 #include "shell/study_file.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "shell/study_file.h"
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 
 namespace vt {
 

@@ -1,6 +1,6 @@
 #include "shell/task_forms.h"
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 #include "shell/study.h"
 
 namespace vt {

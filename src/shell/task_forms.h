@@ -8,7 +8,7 @@
 // the menu as it is. A missing companion (Dictionary, Notepad, the form below) is left out of the
 // stack.
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 
 #include <QString>
 #include <functional>

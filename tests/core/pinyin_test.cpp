@@ -1,6 +1,6 @@
+#include "core/app_state.h"
 #include "core/pinyin.h"
 #include "core/syllable_table.h"
-#include "shell/app_state.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Syllable speech and the shared player, heard on the virtual output: which recordings play, in
 // which order and without gaps, which tone the desktop shows, and who is told of the end.
+#include "core/runtime.h"
 #include "core/speech.h"
-#include "platform/runtime.h"
 #include "support/sound_fixtures.h"
 #include "support/test_env.h"
 

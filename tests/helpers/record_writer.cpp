@@ -16,8 +16,8 @@
 // processes are forked from this one, which has loaded its libraries once, so that hundreds of
 // kills take a second or two instead of the start-up of hundreds of programs.
 
+#include "core/runtime.h"
 #include "platform/application.h"
-#include "platform/runtime.h"
 #include "shell/background.h"
 #include "shell/study.h"
 #include "shell/study_file.h"

@@ -1,6 +1,6 @@
 // The desktop: the tone marker's curves, the two clocks, the screen modes and Setting.zvk.
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 #include "shell/background.h"
 #include "shell/desktop_logic.h"
 #include "support/test_env.h"

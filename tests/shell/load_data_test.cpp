@@ -1,8 +1,8 @@
 // The loading panel on a small course: what its bars show when it leaves, the greeting, and the
 // hand-over to the main screen.
 
+#include "core/runtime.h"
 #include "core/script_file.h"
-#include "platform/runtime.h"
 #include "shell/begin.h"
 #include "shell/load_data.h"
 #include "support/test_env.h"

@@ -24,11 +24,11 @@ std::map<QString, QSize>& fakeSizes() {
 
 // A stand-in for a form of the program: it has only a name and a size, and notes the mouse moves
 // it is given. The name of the next one to load is set just before loading it.
-class FakeForm : public Form {
+class FakeForm : public AppForm {
     Q_OBJECT
 public:
     static inline const char* kName = "";
-    explicit FakeForm(Runtime& runtime) : Form(runtime, QString::fromLatin1(kName)) {
+    explicit FakeForm(Runtime& runtime) : AppForm(runtime, kName) {
         const QSize s = fakeSizes()[objectName()];
         Move(0, 0, s.width(), s.height());
     }

@@ -1,7 +1,7 @@
 // The start chain, stage by stage on the virtual clock, the main screen's buttons, and the way
 // out.
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 #include "shell/about.h"
 #include "shell/background.h"
 #include "shell/begin.h"

@@ -2,7 +2,7 @@
 // What a form test needs: a runtime on the virtual clock, with scripted message boxes, a seeded
 // random generator, a fixed 1024 x 768 screen, and a data folder of its own on disk.
 
-#include "platform/runtime.h"
+#include "core/runtime.h"
 
 #include <QTemporaryDir>
 #include <memory>

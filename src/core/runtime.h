@@ -2,18 +2,43 @@
 // What every form is handed: the program-wide record, the forms, and the services of the
 // platform. The program builds it from the real services; tests build it from the virtual
 // clock, scripted message boxes, a seeded random generator and a fixed screen.
+//
+// Besides the services it holds the hooks through which a routine reaches a form that may not
+// be there: each is empty until its form fills it in, and emptied again when that form goes.
 
+#include "core/app_state.h"
 #include "platform/files.h"
 #include "platform/forms.h"
 #include "platform/message_box.h"
 #include "platform/random.h"
 #include "platform/screen.h"
 #include "platform/timers.h"
-#include "shell/app_state.h"
 
 #include <functional>
 
 namespace vt {
+
+class SoundSystem;
+struct Runtime;
+
+// The forms of the program: the runtime's registry of forms, which builds each form with the
+// Runtime it is handed.
+class AppForms final : public Forms {
+public:
+    explicit AppForms(Runtime& rt) : rt_(rt) {}
+
+    // Loads form class F (see Forms::Load).
+    template <class F> F* Load() { return Forms::Load<F>(rt_); }
+
+    // Registers F under its name, so that a menu can open it by name (see Forms::LoadByName).
+    using Forms::Register;
+    template <class F> void Register() {
+        Register(QString::fromLatin1(F::kName), [this]() -> Form* { return Load<F>(); });
+    }
+
+private:
+    Runtime& rt_;
+};
 
 struct Runtime {
     Runtime(TimeService& t, MessageBoxes& b, Random& r, FileStore& f, ScreenInfo& s)
@@ -31,13 +56,14 @@ struct Runtime {
     ScreenInfo& screen;
     // The sound system (engine, shared players, owner dispatch); set up by the program or by a
     // test before any sound is played. See core/speech.h.
-    class SoundSystem* sound = nullptr;
+    SoundSystem* sound = nullptr;
+
     // The desktop's tone marker, once the desktop stands: shows the tone of the syllable just
     // started ("0" to "4").
     std::function<void(const QString& tone)> ShowToneCurve;
 
     // Last, so that forms destroyed with the runtime still find everything above.
-    Forms forms;
+    AppForms forms;
 
     // Shorthand for the service calls that the forms make all the time.
     int MsgBox(const QString& text, int flags = Mb::OKOnly, const QString& title = {}) {
