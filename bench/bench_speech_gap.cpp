@@ -13,6 +13,7 @@
 // The syllables are sine tones of known lengths written for this run; gaps are stretches of
 // exact silence of at least 8 samples between sounds.
 
+#include "core/data_paths.h"
 #include "core/runtime.h"
 #include "core/speech.h"
 #include "platform/files.h"
@@ -25,6 +26,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
@@ -69,13 +71,12 @@ std::vector<Syllable> writeSyllables(const QString& root) {
         }
         const int ms = 180 + (i * 37) % 140;
         const int hz = 300 + 60 * i;
-        const QString dir = root + QStringLiteral("/Phonetic Symbols/") + sound.left(1).toUpper();
-        QDir().mkpath(dir);
+        const QString path = SyllableSoundFile(DataFolderRoot(root), sound);
+        QDir().mkpath(QFileInfo(path).absolutePath());
         SF_INFO info{};
         info.samplerate = 16000;
         info.channels = 1;
         info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-        const QString path = dir + u'/' + sound + QStringLiteral(".wav");
         SNDFILE* f = sf_open(path.toLocal8Bit().constData(), SFM_WRITE, &info);
         std::vector<float> s(size_t(16 * ms));
         for (size_t k = 0; k < s.size(); ++k)
@@ -169,7 +170,7 @@ double ours(const QString& root, const std::vector<Syllable>& syllables) {
 
     // The cost of a play command: a file heard for the first time, then again from the cache.
     QElapsedTimer t;
-    const QString first = SyllableSoundPath(rt, syllables[0].sound);
+    const QString first = SyllableSoundFile(rt.app.AppPath, syllables[0].sound);
     t.start();
     PlayWave(rt, first, 0);
     const double firstUs = t.nsecsElapsed() / 1000.0;
@@ -244,9 +245,7 @@ double naive(const QString& root, const std::vector<Syllable>& syllables) {
                              player->deleteLater();
                              next();
                          });
-        player->setSource(QUrl::fromLocalFile(root + QStringLiteral("/Phonetic Symbols/") +
-                                              s.sound.left(1).toUpper() + u'/' + s.sound +
-                                              QStringLiteral(".wav")));
+        player->setSource(QUrl::fromLocalFile(SyllableSoundFile(DataFolderRoot(root), s.sound)));
         player->play();
     };
     t.start();

@@ -1,5 +1,6 @@
 #include "core/knowledge_base.h"
 
+#include "core/data_paths.h"
 #include "core/pinyin.h"
 #include "core/runtime.h"
 #include "core/script_file.h"
@@ -13,16 +14,6 @@ namespace {
 
 constexpr int kVocabularyBarMax = 160;
 constexpr int kVocabularyBarShortfall = 144;
-
-QString lessonFile(const AppState& app, int lesson, const char* name) {
-    return app.AppPath + QStringLiteral("Lessons\\Script\\Lesson_") + QString::number(lesson) +
-           u'\\' + QLatin1String(name);
-}
-
-QString vocabularyFile(const AppState& app, int n) {
-    return app.AppPath + QStringLiteral("Vocabulary\\ci") + QString::number(n) +
-           QStringLiteral(".zvk");
-}
 
 bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
@@ -163,7 +154,7 @@ void LoadTitles(Runtime& rt, LoadProgress& progress) {
     progress.SetMax(SentenceBar, kLessonCount);
     app.TitleList.ReDim(kLessonCount, false);
 
-    const QString path = app.AppPath + QStringLiteral("Lessons\\Title.zvk");
+    const QString path = TitleFile(app.AppPath);
     if (!rt.files.Exists(path)) {
         rt.MsgBox(QStringLiteral("Error: Fail to find file Title.zvk in folder Lessons!"),
                   Mb::Exclamation, QStringLiteral("Warning"));
@@ -188,7 +179,7 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.WordPinyin.Erase();
     app.WordOrigin.Erase();
     for (int n = 1; n <= kLessonCount; ++n) {
-        const QString path = lessonFile(app, n, "icwp.zvk");
+        const QString path = LessonWordsFile(app.AppPath, n);
         if (!rt.files.Exists(path)) continue;
         takeWords(rt, path, wordFamily, 1, static_cast<int16_t>(n));
         progress.Step(VocabularyBar);
@@ -196,7 +187,7 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.LessonWordCount = static_cast<int16_t>(app.WordTable.Count());
 
     for (int n = 1; n <= kVocabularyFileCount; ++n) {
-        const QString path = vocabularyFile(app, n);
+        const QString path = VocabularyFile(app.AppPath, n);
         if (!rt.files.Exists(path)) continue;
         takeWords(rt, path, vocabularyFamily, 2, static_cast<int16_t>(n));
         progress.Step(VocabularyBar);
@@ -212,7 +203,7 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.SentenceTable.Erase();
     app.SentenceLesson.Erase();
     for (int n = 1; n <= kLessonCount; ++n) {
-        const QString path = lessonFile(app, n, "lifr.zvk");
+        const QString path = LessonTextFile(app.AppPath, n);
         if (!rt.files.Exists(path)) continue;
         ReadScriptFile(rt, path, textFamily, 0);
         // The first line (and for a TV play also the second) heads the text.

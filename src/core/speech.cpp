@@ -1,5 +1,6 @@
 #include "core/speech.h"
 
+#include "core/data_paths.h"
 #include "core/runtime.h"
 #include "platform/helpers.h"
 #include "platform/timers.h"
@@ -93,20 +94,11 @@ void SoundSystem::soundDone(int notifyCode) {
     if (handler) handler();
 }
 
-QString SyllableSoundPath(const Runtime& rt, const QString& syllable) {
-    return rt.app.AppPath + QStringLiteral("Phonetic Symbols\\") + syllable.left(1).toUpper() +
-           u'\\' + syllable + QStringLiteral(".wav");
-}
-
 void ShowToneCurve(Runtime& rt, const QString& tone) {
     if (rt.ShowToneCurve) rt.ShowToneCurve(tone);
 }
 
 namespace {
-
-bool isSyllableFile(const QString& path) {
-    return path.contains(QStringLiteral("Symbols\\"), Qt::CaseInsensitive);
-}
 
 // Steps 4 to 6 of a play: notification, owner, start.
 void startPlay(Runtime& rt, MMControl* player, int16_t tag) {
@@ -124,7 +116,7 @@ void PlayWave(Runtime& rt, const QString& path, int16_t tag) {
     player->SetFileName(path);
     player->SetCommand(QStringLiteral("Open"));
     startPlay(rt, player, tag);
-    if (isSyllableFile(path)) ShowToneCurve(rt, rt.app.CurrentTone);
+    if (IsSyllableSoundPath(path)) ShowToneCurve(rt, rt.app.CurrentTone);
 }
 
 void ReplayWave(Runtime& rt, int16_t tag) {
@@ -132,7 +124,7 @@ void ReplayWave(Runtime& rt, int16_t tag) {
     MMControl* player = rt.sound->MMControl1;
     player->SetCommand(QStringLiteral("Prev"));
     startPlay(rt, player, tag);
-    if (isSyllableFile(player->FileName())) ShowToneCurve(rt, rt.app.CurrentTone);
+    if (IsSyllableSoundPath(player->FileName())) ShowToneCurve(rt, rt.app.CurrentTone);
 }
 
 void SpeakPinyin(Runtime& rt, const QString& text) {
@@ -165,7 +157,7 @@ void SpeakNextSyllable(Runtime& rt) {
         ++a.SpeechPosition;
         const SpeechRow& row = a.SpeechQueue[a.SpeechPosition];
         a.CurrentTone = row.Tone;
-        PlayWave(rt, SyllableSoundPath(rt, row.Sound), kSpeechTag);
+        PlayWave(rt, SyllableSoundFile(a.AppPath, row.Sound), kSpeechTag);
         return;
     }
     if (!rt.sound) return;

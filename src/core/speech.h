@@ -8,9 +8,9 @@
 // registers its handler when it loads and removes it when it unloads, so a tag whose form is not
 // there receives nothing. MMControl2 is for sounds nobody waits for: it closes itself at the end.
 //
-// Speech plays "Phonetic Symbols\<Initial>\<syllable><tone>.wav" one after the other with no
-// pause, a neutral syllable with its first-tone recording; a final "er1" is said "er2". Each
-// syllable sound shows its tone on the desktop. There is no tone sandhi.
+// Speech plays the recording of each syllable (SyllableSoundFile of core/data_paths.h) one after
+// the other with no pause, a neutral syllable with its first-tone recording; a final "er1" is said
+// "er2". Each syllable sound shows its tone on the desktop. There is no tone sandhi.
 
 #include "platform/audio_engine.h"
 #include "platform/media_control.h"
@@ -83,9 +83,6 @@ private:
 
 // The owner tag of the speech itself.
 constexpr int16_t kSpeechTag = 15;
-
-// The sound file of a syllable such as "zhong1": AppPath + "Phonetic Symbols\Z\zhong1.wav".
-QString SyllableSoundPath(const Runtime& rt, const QString& syllable);
 
 // Plays path on MMControl1 for the owner tag (0: nobody waits for the end).
 void PlayWave(Runtime& rt, const QString& path, int16_t tag);

@@ -75,10 +75,8 @@ const SubstitutionTable* TableForFamily(const QString& family);
 // "JIeMiVocabulary".
 QStringList SubstitutionTableNames();
 
-// The folder below the data folder where a deployment puts its table files.
-inline constexpr char16_t kSubstitutionTableFolder[] = u"Tables\\";
-
-// Replaces each table whose file <folder><name>.tbl exists with the table in that file; the
+// Replaces each table whose file <folder><name>.tbl exists (the folder of a deployment is
+// SubstitutionTableFolder of core/data_paths.h) with the table in that file; the
 // others stay as they are. A file that is not a table is left out, and its reason is returned
 // (one text per bad file); an empty list means every present file was taken.
 QStringList LoadSubstitutionTables(const FileStore& files, const QString& folder);

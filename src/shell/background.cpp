@@ -1,5 +1,6 @@
 #include "shell/background.h"
 
+#include "core/data_paths.h"
 #include "core/pinyin.h"
 #include "core/runtime.h"
 #include "core/speech.h"
@@ -15,7 +16,7 @@ namespace vt {
 namespace {
 constexpr int kMarkerSize = 240;
 QString settingPath(const Runtime& rt) {
-    return rt.app.AppPath + QStringLiteral("Setting.zvk");
+    return SettingFile(rt.app.AppPath);
 }
 } // namespace
 
@@ -100,8 +101,8 @@ void Background::Form_Load() {
     // file beside the record; the record itself is whole, old or new.
     FileStore::RemoveLeftoverSaves(rt.app.AppPath);
     // A deployment may bring its own substitution tables beside the course.
-    const QStringList problems = LoadSubstitutionTables(
-        rt.files, rt.app.AppPath + QString::fromUtf16(kSubstitutionTableFolder));
+    const QStringList problems =
+        LoadSubstitutionTables(rt.files, SubstitutionTableFolder(rt.app.AppPath));
     if (!problems.isEmpty())
         rt.MsgBox(problems.join(u'\n'), Mb::Exclamation, QStringLiteral("Warning"));
     const LocalZone zone = GetLocalTZ(rt.time.Zone(), rt.time.Now());

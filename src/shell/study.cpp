@@ -1,5 +1,6 @@
 #include "shell/study.h"
 
+#include "core/data_paths.h"
 #include "core/runtime.h"
 #include "core/script_file.h"
 #include "shell/study_file.h"
@@ -72,22 +73,13 @@ bool AdvanceStudy(Runtime& rt) {
     return true;
 }
 
-QString LessonScriptFolder(const AppState& app, int lesson) {
-    return app.AppPath + QStringLiteral("Lessons\\Script\\Lesson_%1\\").arg(lesson);
-}
-
-QString LessonSoundFolder(const AppState& app, int lesson) {
-    return app.AppPath + QStringLiteral("Lessons\\Sound\\Lesson_%1\\").arg(lesson);
-}
-
 void LoadLessonScripts(Runtime& rt) {
     AppState& app = rt.app;
-    const QString folder = LessonScriptFolder(app, app.OpenLesson);
     app.LessonWords.Erase();
     app.TextLines.Erase();
 
     // New words: groups of three lines (Pinyin, Chinese, English).
-    ReadScriptFile(rt, folder + QStringLiteral("icwp.zvk"), QStringLiteral("RW"), 0);
+    ReadScriptFile(rt, LessonWordsFile(app.AppPath, app.OpenLesson), QStringLiteral("RW"), 0);
     if (app.ScriptLineCount > 0) {
         app.LessonWordRows = static_cast<int16_t>(app.ScriptLineCount / 3);
         app.LessonWords.ReDim(app.LessonWordRows);
@@ -107,7 +99,7 @@ void LoadLessonScripts(Runtime& rt) {
 
     // The text: line 1 is not used; a read text starts on line 2, which is also its title; a TV
     // play has its title on line 2 and its lines from line 3.
-    ReadScriptFile(rt, folder + QStringLiteral("lifr.zvk"), QStringLiteral("RT"), 0);
+    ReadScriptFile(rt, LessonTextFile(app.AppPath, app.OpenLesson), QStringLiteral("RT"), 0);
     if (app.ScriptLineCount < 1) {
         app.TextLineCount = 0;
         return;

@@ -61,10 +61,6 @@ bool AdvanceStudy(Runtime& rt);
 // loaded. (It lives with the menu.)
 void UpdateTaskList(Runtime& rt);
 
-// The folder of a lesson's scripts and of its sounds, below the program folder.
-QString LessonScriptFolder(const AppState& app, int lesson);
-QString LessonSoundFolder(const AppState& app, int lesson);
-
 // Fills LessonWords/LessonWordRows, TextLines/TextLineCount and TextTitle for OpenLesson from the
 // lesson's word file and text file. A text file that cannot be read leaves no text lines; a word
 // file that gives no lines leaves the row count as it was. Empty text lines are left out.

@@ -1,5 +1,6 @@
 #include "shell/study_file.h"
 
+#include "core/data_paths.h"
 #include "core/runtime.h"
 
 namespace vt {
@@ -7,7 +8,7 @@ namespace vt {
 namespace {
 constexpr int kRecordLength = 4;
 QString studyPath(const Runtime& rt) {
-    return rt.app.AppPath + QStringLiteral("Study.zvk");
+    return StudyFile(rt.app.AppPath);
 }
 } // namespace
 

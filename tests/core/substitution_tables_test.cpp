@@ -1,3 +1,4 @@
+#include "core/data_paths.h"
 #include "core/substitution_tables.h"
 
 #include "core/script_file.h"
@@ -108,7 +109,7 @@ TEST_F(TablesTest, TableFilesRoundTripAndBadFilesAreRefused) {
 
 TEST_F(TablesTest, ADeploymentSwapsTablesByFile) {
     test::TestEnv env;
-    const QString folder = env.Path(QString::fromUtf16(kSubstitutionTableFolder));
+    const QString folder = SubstitutionTableFolder(env.rt->app.AppPath);
     const SubstitutionTable builtInText = table("RT");
 
     // An identity table for the spoken family, a broken file for the text family.

@@ -14,6 +14,7 @@
 #include "script_output.h"
 #include "strokes.h"
 
+#include "core/data_paths.h"
 #include "core/pinyin.h"
 #include "core/script_file.h"
 #include "core/stroke_offsets.h"
@@ -48,23 +49,24 @@ void checkStrokes(const QString& data, const QString& npm) {
     FileStore files;
     const QString& chars = SampleCharacters();
     for (int n = 1; n <= chars.size(); ++n) {
-        const auto bytes = files.ReadAll(data + QStringLiteral("/Characters/%1.zvk").arg(n));
+        const QString file = StrokeFile(QString(), n);
+        const auto bytes = files.ReadAll(DataFolderRoot(data) + file);
         if (!bytes) {
-            fault(QStringLiteral("Characters/%1.zvk (%2) is missing").arg(n).arg(chars[n - 1]));
+            fault(QStringLiteral("%1 (%2) is missing").arg(file).arg(chars[n - 1]));
             continue;
         }
         const auto points = DecodeStrokeRecords(*bytes);
         for (const StrokePoint& p : points)
             if (!p.IsSeparator() &&
                 (p.x < 0 || p.y < 0 || p.x > kStrokeAreaTwips || p.y > kStrokeAreaTwips)) {
-                fault(QStringLiteral("Characters/%1.zvk: point (%2, %3) outside the drawing area")
-                          .arg(n)
+                fault(QStringLiteral("%1: point (%2, %3) outside the drawing area")
+                          .arg(file)
                           .arg(p.x)
                           .arg(p.y));
                 break;
             }
         if (points.empty() || !points.back().IsSeparator())
-            fault(QStringLiteral("Characters/%1.zvk: the last stroke is not closed").arg(n));
+            fault(QStringLiteral("%1: the last stroke is not closed").arg(file));
         if (npm.isEmpty()) continue;
         QFile json(StrokeJsonPath(npm, chars[n - 1]));
         if (!json.open(QIODevice::ReadOnly)) continue;
@@ -74,8 +76,8 @@ void checkStrokes(const QString& data, const QString& npm) {
                                                   .toArray()
                                                   .size());
         if (CountStrokes(points) != expected)
-            fault(QStringLiteral("Characters/%1.zvk (%2): %3 strokes, the stroke data has %4")
-                      .arg(n)
+            fault(QStringLiteral("%1 (%2): %3 strokes, the stroke data has %4")
+                      .arg(file)
                       .arg(chars[n - 1])
                       .arg(CountStrokes(points))
                       .arg(expected));
@@ -86,16 +88,15 @@ void checkStrokes(const QString& data, const QString& npm) {
 std::vector<std::pair<QString, QString>> pinyinFiles(const QString& data) {
     std::vector<std::pair<QString, QString>> out;
     for (int n = 1; n <= kLessonCount; ++n)
-        out.push_back(
-            {QStringLiteral("Lessons/Script/Lesson_%1/icwp.zvk").arg(n), QStringLiteral("RW")});
+        out.push_back({LessonWordsFile(QString(), n), QStringLiteral("RW")});
     for (int n = 1; n <= kVocabularyFileCount; ++n)
-        out.push_back({QStringLiteral("Vocabulary/ci%1.zvk").arg(n), QStringLiteral("VO")});
+        out.push_back({VocabularyFile(QString(), n), QStringLiteral("VO")});
     for (int n = 1; n <= kSentenceCategoryCount; ++n)
-        out.push_back({QStringLiteral("Spoken/Script_%1.zvk").arg(n), QStringLiteral("SP")});
+        out.push_back({SentenceCategoryFile(QString(), n), QStringLiteral("SP")});
     for (int n = 1;
-         QFile::exists(FileStore::Resolve(data + QStringLiteral("/Spoken/Script%1.zvk").arg(n)));
+         QFile::exists(FileStore::Resolve(DataFolderRoot(data) + SpokenSentenceFile(QString(), n)));
          ++n)
-        out.push_back({QStringLiteral("Spoken/Script%1.zvk").arg(n), QStringLiteral("SP")});
+        out.push_back({SpokenSentenceFile(QString(), n), QStringLiteral("SP")});
     return out;
 }
 
@@ -106,7 +107,7 @@ void checkRecordings(const QString& data) {
     uses.lessons.resize(1);
     int filesRead = 0;
     for (const auto& [path, family] : pinyinFiles(data)) {
-        const auto bytes = files.ReadAll(data + u'/' + path);
+        const auto bytes = files.ReadAll(DataFolderRoot(data) + path);
         if (!bytes) continue;
         ++filesRead;
         const ScriptText text = DecodeScript(*bytes, family, 0, random);
@@ -119,8 +120,8 @@ void checkRecordings(const QString& data) {
     int checked = 0;
     for (const QString& s : NeededSyllables(uses, {})) {
         ++checked;
-        if (!files.Exists(data + u'/' + SyllableFile(s).replace(u'\\', u'/')))
-            fault(QStringLiteral("%1 is missing").arg(SyllableFile(s)));
+        if (!files.Exists(SyllableSoundFile(DataFolderRoot(data), s)))
+            fault(QStringLiteral("%1 is missing").arg(SyllableSoundFile(QString(), s)));
     }
     std::printf("checked %d syllable recordings used by %d script files\n", checked, filesRead);
 }
@@ -128,7 +129,7 @@ void checkRecordings(const QString& data) {
 QStringList scriptLines(const QString& data, const QString& path, const QString& family) {
     FileStore files;
     SeededRandom random(1);
-    const auto bytes = files.ReadAll(data + u'/' + path);
+    const auto bytes = files.ReadAll(DataFolderRoot(data) + path);
     if (!bytes) return {};
     const ScriptText text = DecodeScript(*bytes, family, 0, random);
     QStringList lines;
@@ -144,14 +145,13 @@ void reportLessons(const QString& data) {
     QSet<QChar> known;
     int lessons = 0;
     std::printf("lesson  words  new characters  lines  lines of 4+  questions\n");
-    for (int n = 1; n <= 140; ++n) {
-        const QString folder = QStringLiteral("Lessons/Script/Lesson_%1/").arg(n);
+    for (int n = 1; n <= kLessonCount; ++n) {
         const QStringList words =
-            scriptLines(data, folder + QStringLiteral("icwp.zvk"), QStringLiteral("RW"));
+            scriptLines(data, LessonWordsFile(QString(), n), QStringLiteral("RW"));
         const QStringList text =
-            scriptLines(data, folder + QStringLiteral("lifr.zvk"), QStringLiteral("RT"));
+            scriptLines(data, LessonTextFile(QString(), n), QStringLiteral("RT"));
         const QStringList questions =
-            scriptLines(data, folder + QStringLiteral("ogae.zvk"), QStringLiteral("RQ"));
+            scriptLines(data, LessonQuestionsFile(QString(), n), QStringLiteral("RQ"));
         if (words.isEmpty() && text.isEmpty()) continue;
         ++lessons;
         QSet<QChar> fresh;
@@ -160,7 +160,7 @@ void reportLessons(const QString& data) {
                 if (!known.contains(c)) fresh.insert(c);
         known.unite(fresh);
         // Line 1 is read by nobody; a play's line 2 is its title, a read text's its sentence 1.
-        const QStringList sentences = text.mid(n > 80 ? 2 : 1);
+        const QStringList sentences = text.mid(IsPlayLesson(n) ? 2 : 1);
         const auto longLines = std::count_if(sentences.begin(), sentences.end(), LineIsAsked);
         const auto asked = std::count_if(questions.begin(), questions.end(),
                                          [](const QString& l) { return IsNumeric(l); });
@@ -189,8 +189,8 @@ void checkTones(const QString& data) {
     };
     std::map<int, Figures> tones;
     FileStore files;
-    QDirIterator it(data + QStringLiteral("/Phonetic Symbols"), {QStringLiteral("*.wav")},
-                    QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator it(FileStore::Resolve(SyllableSoundFolder(DataFolderRoot(data))),
+                    {QStringLiteral("*.wav")}, QDir::Files, QDirIterator::Subdirectories);
     QStringList clicks;
     while (it.hasNext()) {
         const QString path = it.next();
@@ -262,7 +262,7 @@ void checkTones(const QString& data) {
 void printContours(const QString& data, const QStringList& syllables) {
     FileStore files;
     for (const QString& s : syllables) {
-        const auto bytes = files.ReadAll(DataPath(data, SyllableFile(s)));
+        const auto bytes = files.ReadAll(SyllableSoundFile(DataFolderRoot(data), s));
         if (!bytes) {
             std::printf("%s: no recording\n", qPrintable(s));
             continue;
@@ -300,7 +300,7 @@ int main(int argc, char** argv) {
     cli.addOptions({dataOpt, npmOpt, contourOpt});
     cli.process(app);
     const QString data = cli.value(dataOpt);
-    if (!QFile::exists(data + QStringLiteral("/Lessons/Title.zvk"))) {
+    if (!QFile::exists(TitleFile(DataFolderRoot(data)))) {
         std::printf("skipped: no course has been built into %s (run scripts/build_course.sh)\n",
                     qPrintable(data));
         return 77;

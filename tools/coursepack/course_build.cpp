@@ -6,6 +6,7 @@
 #include "strokes.h"
 #include "tone_bend.h"
 
+#include "core/data_paths.h"
 #include "core/stroke_offsets.h"
 #include "core/syllable_table.h"
 #include "platform/files.h"
@@ -19,6 +20,9 @@
 namespace vt::coursepack {
 
 namespace {
+
+// Paths relative to the data folder.
+const QString kRelative;
 
 void addSyllables(std::set<QString>& out, const QString& dotted) {
     QString acc;
@@ -58,11 +62,6 @@ int singleSyllableTone(const QString& pinyin) {
 }
 
 } // namespace
-
-QString SyllableFile(const QString& syllable) {
-    return QStringLiteral("Phonetic Symbols\\") + syllable.left(1).toUpper() + u'\\' + syllable +
-           QStringLiteral(".wav");
-}
 
 const std::vector<std::pair<QString, QString>>& NumberSymbols() {
     static const std::vector<std::pair<QString, QString>> symbols = {
@@ -126,10 +125,9 @@ public:
         if (!error.isEmpty()) return failed(error);
         if (!writeStrokes()) return false;
         if (!writePictures()) return false;
-        for (const QString& name : {QStringLiteral("right"), QStringLiteral("wrong"),
-                                    QStringLiteral("careful"), QStringLiteral("carryon")})
-            if (!write(QStringLiteral("Sound\\") + name + QStringLiteral(".WAV"),
-                       EncodeWav(VerdictSound(name))))
+        for (const Verdict verdict : kVerdicts)
+            if (!write(VerdictSoundFile(kRelative, verdict),
+                       EncodeWav(VerdictSound(VerdictName(verdict)))))
                 return false;
         if (!options_.audio) return report_.errors.isEmpty();
         if (!SpeechAvailable())
@@ -142,10 +140,11 @@ private:
         report_.errors << e;
         return false;
     }
+    // Writes a file given by its path relative to the data folder.
     bool write(const QString& relative, const QByteArray& bytes) {
-        if (files_.WriteAll(DataPath(options_.outDir, relative), bytes)) return true;
-        return failed(
-            QStringLiteral("could not write %1").arg(DataPath(options_.outDir, relative)));
+        const QString path = DataFolderRoot(options_.outDir) + relative;
+        if (files_.WriteAll(path, bytes)) return true;
+        return failed(QStringLiteral("could not write %1").arg(path));
     }
 
     bool writeStrokes() {
@@ -166,8 +165,7 @@ private:
             if (trace.empty())
                 return failed(
                     QStringLiteral("the stroke data of %1 has no strokes").arg(chars[n - 1]));
-            if (!write(QStringLiteral("Characters\\%1.zvk").arg(n), EncodeStrokeRecords(trace)))
-                return false;
+            if (!write(StrokeFile(kRelative, n), EncodeStrokeRecords(trace))) return false;
             ++report_.strokeFiles;
         }
         return true;
@@ -177,9 +175,8 @@ private:
         for (const Lesson& l : course_.lessons) {
             if (!l.present || !l.IsPlay() || l.playLines.empty()) continue;
             for (int i = 1; i <= l.pictureCount; ++i) {
-                if (!write(
-                        QStringLiteral("Lessons\\Picture\\Lesson_%1\\%2.jpg").arg(l.number).arg(i),
-                        JpegBytes(DrawPlayPicture(l, i, l.pictureCount))))
+                if (!write(PlayPictureFile(kRelative, l.number, i),
+                           JpegBytes(DrawPlayPicture(l, i, l.pictureCount))))
                     return false;
                 ++report_.pictures;
             }
@@ -206,11 +203,11 @@ private:
         // Syllables and numbers of one syllable get their tone's contour.
         for (const QString& s : NeededSyllables(course_, vocabulary, options_.wholeSyllableTable)) {
             jobs.push_back({s, teacher, {}, {}, {}, singleSyllableTone(s)});
-            targets.push_back(SyllableFile(s));
+            targets.push_back(SyllableSoundFile(kRelative, s));
         }
         for (const auto& [symbol, pinyin] : NumberSymbols()) {
             jobs.push_back({pinyin, teacher, {}, {}, {}, singleSyllableTone(pinyin)});
-            targets.push_back(QStringLiteral("Numbers\\") + symbol + QStringLiteral(".wav"));
+            targets.push_back(NumberSoundFile(kRelative, symbol));
         }
         const size_t shortJobs = jobs.size();
         for (const Lesson& l : course_.lessons) {
@@ -221,8 +218,7 @@ private:
                                 {},
                                 {},
                                 l.textPlaces[static_cast<size_t>(i)]});
-                targets.push_back(
-                    QStringLiteral("Lessons\\Sound\\Lesson_%1\\%2.wav").arg(l.number).arg(i + 1));
+                targets.push_back(SentenceSoundFile(kRelative, l.number, i + 1));
             }
         }
         QSet<QString> names;
@@ -230,7 +226,7 @@ private:
             if (names.contains(d.soundName)) return;
             names.insert(d.soundName);
             jobs.push_back({spoken(d.chinese, d.place), teacher, {}, {}, d.place});
-            targets.push_back(QStringLiteral("Spoken\\Sound\\") + d.soundName);
+            targets.push_back(DialogSoundFile(kRelative, d.soundName));
         };
         for (const Dialog& d : course_.dialogs) {
             dialogLine(d.ask);
@@ -239,7 +235,7 @@ private:
         }
         if (!course_.dialogs.empty()) {
             jobs.push_back({QStringLiteral("zai4 jian4."), teacher, {}, {}, {}});
-            targets.push_back(QStringLiteral("Spoken\\Sound\\b.wav"));
+            targets.push_back(FarewellSoundFile(kRelative));
         }
         struct PlayRange {
             const Lesson* lesson;
@@ -362,9 +358,8 @@ private:
                     .arg(lastTo)
                     .arg(l.playLines.size())
                     .arg(length));
-        if (!write(QStringLiteral("Lessons\\Sound\\%1.mp3").arg(l.number), mp3)) return false;
-        if (!write(QStringLiteral("Lessons\\Script\\Lesson_%1\\yeap.zvk").arg(l.number), positions))
-            return false;
+        if (!write(PlayTrackFile(kRelative, l.number), mp3)) return false;
+        if (!write(PlayLinePositionsFile(kRelative, l.number), positions)) return false;
         ++report_.tracks;
         return true;
     }

@@ -44,9 +44,6 @@ std::set<QString> NeededSyllables(const Course& course,
                                   const std::vector<VocabularyEntry>& vocabulary,
                                   bool wholeTable = true);
 
-// "Phonetic Symbols\Z\zhong1.wav"
-QString SyllableFile(const QString& syllable);
-
 // The 25 symbols of the number speech with the Pinyin each recording says.
 const std::vector<std::pair<QString, QString>>& NumberSymbols();
 

@@ -1,21 +1,15 @@
 #include "script_output.h"
 
+#include "core/data_paths.h"
 #include "core/script_file.h"
 #include "platform/files.h"
 
 namespace vt::coursepack {
 
 namespace {
-QString lessonFolder(int n) {
-    return QStringLiteral("Lessons\\Script\\Lesson_%1\\").arg(n);
-}
+// Paths relative to the data folder.
+const QString kRelative;
 } // namespace
-
-QString DataPath(const QString& outDir, const QString& relative) {
-    QString rel = relative;
-    rel.replace(u'\\', u'/');
-    return outDir.endsWith(u'/') ? outDir + rel : outDir + u'/' + rel;
-}
 
 quint64 SeedForPath(const QString& path) {
     quint64 h = 1469598103934665603ULL; // FNV-1a
@@ -88,27 +82,25 @@ QStringList VocabularyLines(const std::vector<VocabularyEntry>& entries) {
 std::vector<ScriptFileEntry> ScriptFiles(const Course& course,
                                          const std::vector<VocabularyEntry>& vocabulary) {
     std::vector<ScriptFileEntry> entries;
-    entries.push_back(
-        {QStringLiteral("Lessons\\Title.zvk"), QStringLiteral("RT"), TitleLines(course)});
+    entries.push_back({TitleFile(kRelative), QStringLiteral("RT"), TitleLines(course)});
     for (const Lesson& l : course.lessons) {
         if (!l.present) continue;
-        const QString dir = lessonFolder(l.number);
-        entries.push_back({dir + QStringLiteral("icwp.zvk"), QStringLiteral("RW"), WordLines(l)});
         entries.push_back(
-            {dir + QStringLiteral("lifr.zvk"), QStringLiteral("RT"), TextFileLines(l)});
+            {LessonWordsFile(kRelative, l.number), QStringLiteral("RW"), WordLines(l)});
         entries.push_back(
-            {dir + QStringLiteral("ogae.zvk"), QStringLiteral("RQ"), QuestionLines(l)});
+            {LessonTextFile(kRelative, l.number), QStringLiteral("RT"), TextFileLines(l)});
+        entries.push_back(
+            {LessonQuestionsFile(kRelative, l.number), QStringLiteral("RQ"), QuestionLines(l)});
     }
     if (!course.dialogs.empty())
-        entries.push_back(
-            {QStringLiteral("Spoken\\Script.zvk"), QStringLiteral("SP"), DialogLines(course)});
+        entries.push_back({DialogScriptFile(kRelative), QStringLiteral("SP"), DialogLines(course)});
     for (size_t k = 0; k < course.categories.size(); ++k)
         if (!course.categories[k].empty())
-            entries.push_back({QStringLiteral("Spoken\\Script_%1.zvk").arg(k + 1),
+            entries.push_back({SentenceCategoryFile(kRelative, static_cast<int>(k + 1)),
                                QStringLiteral("SP"), RowLines(course.categories[k])});
     for (size_t n = 0; n < course.sentenceFiles.size(); ++n)
-        entries.push_back({QStringLiteral("Spoken\\Script%1.zvk").arg(n + 1), QStringLiteral("SP"),
-                           RowLines(course.sentenceFiles[n])});
+        entries.push_back({SpokenSentenceFile(kRelative, static_cast<int>(n + 1)),
+                           QStringLiteral("SP"), RowLines(course.sentenceFiles[n])});
     if (!vocabulary.empty()) {
         constexpr auto files = static_cast<size_t>(kVocabularyFileCount);
         const size_t per = (vocabulary.size() + files - 1) / files;
@@ -117,7 +109,7 @@ std::vector<ScriptFileEntry> ScriptFiles(const Course& course,
             const size_t to = std::min(vocabulary.size(), from + per);
             std::vector<VocabularyEntry> part(vocabulary.begin() + static_cast<long>(from),
                                               vocabulary.begin() + static_cast<long>(to));
-            entries.push_back({QStringLiteral("Vocabulary\\ci%1.zvk").arg(f + 1),
+            entries.push_back({VocabularyFile(kRelative, static_cast<int>(f + 1)),
                                QStringLiteral("VO"), VocabularyLines(part)});
         }
     }
@@ -127,10 +119,10 @@ std::vector<ScriptFileEntry> ScriptFiles(const Course& course,
 int WriteScriptFiles(FileStore& files, const QString& outDir,
                      const std::vector<ScriptFileEntry>& entries, QString* error) {
     int written = 0;
+    const QString root = DataFolderRoot(outDir);
     for (const ScriptFileEntry& s : entries) {
-        if (!WriteScriptFile(files, DataPath(outDir, s.path), s.lines, s.family,
-                             SeedForPath(s.path))) {
-            if (error) *error = QStringLiteral("could not write %1").arg(DataPath(outDir, s.path));
+        if (!WriteScriptFile(files, root + s.path, s.lines, s.family, SeedForPath(s.path))) {
+            if (error) *error = QStringLiteral("could not write %1").arg(root + s.path);
             return written;
         }
         ++written;

@@ -16,7 +16,7 @@ class FileStore;
 namespace vt::coursepack {
 
 struct ScriptFileEntry {
-    QString path;   // relative to the data folder, with "\": "Lessons\Title.zvk"
+    QString path;   // relative to the data folder (core/data_paths.h): "Lessons/Title.zvk"
     QString family; // "RT", "RW", "RQ", "SP", "VO"
     QStringList lines;
 };
@@ -46,8 +46,5 @@ quint64 SeedForPath(const QString& path);
 // Writes the files below outDir. Returns the number written; a failure names the file in error.
 int WriteScriptFiles(FileStore& files, const QString& outDir,
                      const std::vector<ScriptFileEntry>& entries, QString* error);
-
-// outDir + "/" + a "\" path, with the platform separator.
-QString DataPath(const QString& outDir, const QString& relative);
 
 } // namespace vt::coursepack
