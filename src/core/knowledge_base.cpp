@@ -36,18 +36,15 @@ QString paddedMeaning(const QString& line) {
 void takeWords(Runtime& rt, const QString& path, const QString& family, int16_t kind,
                int16_t number) {
     AppState& app = rt.app;
-    ReadScriptFile(rt, path, family, 0);
-    const int triples = app.ScriptLineCount / 3;
+    const Array1<QString> lines = ReadScriptLines(rt, path, family);
+    const int triples = lines.Count() / 3;
     const int room = kMaxRows - app.WordTable.Count();
     const int take = std::min(triples, room);
     for (int k = 1; k <= take; ++k) {
-        app.WordPinyin.Append(Trim(app.ScriptLines[3 * k - 2]));
-        app.WordTable.Append(
-            WordRow{Trim(app.ScriptLines[3 * k - 1]), paddedMeaning(app.ScriptLines[3 * k])});
+        app.WordPinyin.Append(Trim(lines[3 * k - 2]));
+        app.WordTable.Append(WordRow{Trim(lines[3 * k - 1]), paddedMeaning(lines[3 * k])});
         app.WordOrigin.Append(WordSource{kind, number});
     }
-    app.ScriptLines.Erase();
-    app.ScriptLineCount = 0;
 }
 
 // One digit as text, shared rather than allocated for each of the course's readings.
@@ -160,13 +157,11 @@ void LoadTitles(Runtime& rt, LoadProgress& progress) {
                   Mb::Exclamation, QStringLiteral("Warning"));
         return;
     }
-    ReadScriptFile(rt, path, QStringLiteral("RT"), 0);
+    const Array1<QString> lines = ReadScriptLines(rt, path, QStringLiteral("RT"));
     // The list has room for the course's lessons; lines beyond them are not titles.
-    const int lines = std::min<int>(app.ScriptLineCount, kLessonCount);
-    for (int i = 1; i <= lines; ++i)
-        app.TitleList[i] = app.ScriptLines[i];
-    app.ScriptLines.Erase();
-    app.ScriptLineCount = 0;
+    const int titles = std::min(lines.Count(), kLessonCount);
+    for (int i = 1; i <= titles; ++i)
+        app.TitleList[i] = lines[i];
 }
 
 void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
@@ -205,16 +200,14 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     for (int n = 1; n <= kLessonCount; ++n) {
         const QString path = LessonTextFile(app.AppPath, n);
         if (!rt.files.Exists(path)) continue;
-        ReadScriptFile(rt, path, textFamily, 0);
+        const Array1<QString> lines = ReadScriptLines(rt, path, textFamily);
         // The first line (and for a TV play also the second) heads the text.
         const int first = (IsPlayLesson(n) ? 2 : 1) + 1;
-        for (int i = first; i <= app.ScriptLineCount; ++i) {
+        for (int i = first; i <= lines.Count(); ++i) {
             if (app.SentenceTable.Count() >= kMaxRows) break;
-            app.SentenceTable.Append(Trim(app.ScriptLines[i]));
+            app.SentenceTable.Append(Trim(lines[i]));
             app.SentenceLesson.Append(static_cast<int16_t>(n));
         }
-        app.ScriptLines.Erase();
-        app.ScriptLineCount = 0;
         progress.Step(SentenceBar);
     }
     app.SentenceCount = static_cast<int16_t>(app.SentenceTable.Count());

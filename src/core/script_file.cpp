@@ -96,23 +96,27 @@ ScriptText DecodeScript(QByteArrayView bytes, const QString& family, int16_t sto
     return DecodeScript(bytes, TableForFamily(family), stopLine, random);
 }
 
-void ReadScriptFile(Runtime& rt, const QString& path, const QString& family, int16_t stopLine) {
-    // Emptied before anything can fail: a failed read never leaves the last file's lines.
-    rt.app.ScriptLines.Erase();
-    rt.app.ScriptLineCount = 0;
-
+Array1<QString> ReadScriptLines(Runtime& rt, const QString& path, const QString& family,
+                                int16_t stopLine) {
     const std::optional<QByteArray> bytes = rt.files.ReadAll(path);
     if (!bytes) {
         showCorrupted(rt, path);
-        return;
+        return {};
     }
     ScriptText text = DecodeScript(*bytes, family, stopLine, rt.random);
     if (text.corrupted) {
         showCorrupted(rt, path);
-        return;
+        return {};
     }
-    rt.app.ScriptLineCount = static_cast<int16_t>(text.lines.Count());
-    rt.app.ScriptLines = std::move(text.lines);
+    return std::move(text.lines);
+}
+
+void ReadScriptFile(Runtime& rt, const QString& path, const QString& family, int16_t stopLine) {
+    // Emptied before anything can fail: a failed read never leaves the last file's lines.
+    rt.app.ScriptLines.Erase();
+    rt.app.ScriptLineCount = 0;
+    rt.app.ScriptLines = ReadScriptLines(rt, path, family, stopLine);
+    rt.app.ScriptLineCount = static_cast<int16_t>(rt.app.ScriptLines.Count());
 }
 
 QByteArray EncodeScriptLines(const QStringList& lines, const QString& family, quint64 seed,

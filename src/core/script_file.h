@@ -10,8 +10,9 @@
 // ends a line, code 13 is dropped, and every other code is one character. A file whose sum
 // PartA + PartB leaves the signed 16-bit range anywhere is corrupted as a whole.
 //
-// The reader fills ScriptLines and ScriptLineCount of AppState; a second read replaces the
-// first one's lines, so each caller copies what it needs at once.
+// ReadScriptLines hands the lines to its caller. ReadScriptFile puts them in ScriptLines and
+// ScriptLineCount of AppState instead, for the forms whose behaviour depends on those; a second
+// read there replaces the first one's lines.
 
 #include "platform/helpers.h"
 
@@ -44,10 +45,14 @@ ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, in
 ScriptText DecodeScript(QByteArrayView bytes, const QString& family, int16_t stopLine,
                         Random& random);
 
-// Reads the script file at path (already built from AppPath) into rt.app.ScriptLines and
-// ScriptLineCount. Both are emptied first. A file that cannot be opened, or that is corrupted,
-// shows "The file <path> is corrupted!" in a "Warning" box and leaves no lines; a file shorter
-// than one record leaves no lines without a word.
+// The lines of the script file at path (built from AppPath), read as DecodeScript tells. A file
+// that cannot be opened, or that is corrupted, shows "The file <path> is corrupted!" in a
+// "Warning" box and gives no lines; a file shorter than one record gives no lines without a
+// word. Nothing of AppState changes.
+Array1<QString> ReadScriptLines(Runtime& rt, const QString& path, const QString& family,
+                                int16_t stopLine = 0);
+
+// ReadScriptLines into rt.app.ScriptLines and ScriptLineCount, both emptied first.
 void ReadScriptFile(Runtime& rt, const QString& path, const QString& family, int16_t stopLine);
 
 // The bytes of a script file holding lines, the same for the same seed. Each code unit is one

@@ -79,39 +79,36 @@ void LoadLessonScripts(Runtime& rt) {
     app.TextLines.Erase();
 
     // New words: groups of three lines (Pinyin, Chinese, English).
-    ReadScriptFile(rt, LessonWordsFile(app.AppPath, app.OpenLesson), QStringLiteral("RW"), 0);
-    if (app.ScriptLineCount > 0) {
-        app.LessonWordRows = static_cast<int16_t>(app.ScriptLineCount / 3);
+    const Array1<QString> words =
+        ReadScriptLines(rt, LessonWordsFile(app.AppPath, app.OpenLesson), QStringLiteral("RW"));
+    if (words.Count() > 0) {
+        app.LessonWordRows = static_cast<int16_t>(words.Count() / 3);
         app.LessonWords.ReDim(app.LessonWordRows);
         for (int i = 1; i <= app.LessonWordRows; ++i) {
             LessonWord& w = app.LessonWords[i];
-            w.Pinyin = Trim(app.ScriptLines[3 * i - 2]);
-            w.Chinese = Trim(app.ScriptLines[3 * i - 1]);
-            w.Meaning = Trim(app.ScriptLines[3 * i]);
+            w.Pinyin = Trim(words[3 * i - 2]);
+            w.Chinese = Trim(words[3 * i - 1]);
+            w.Meaning = Trim(words[3 * i]);
         }
     } else {
         // No words read: the count stays as it was, over empty rows, so that nothing that walks
         // the rows by the count ever reaches past the table.
         app.LessonWords.ReDim(std::max<int>(app.LessonWordRows, 0));
     }
-    app.ScriptLines.Erase();
-    app.ScriptLineCount = 0;
 
     // The text: line 1 is not used; a read text starts on line 2, which is also its title; a TV
     // play has its title on line 2 and its lines from line 3.
-    ReadScriptFile(rt, LessonTextFile(app.AppPath, app.OpenLesson), QStringLiteral("RT"), 0);
-    if (app.ScriptLineCount < 1) {
+    const Array1<QString> text =
+        ReadScriptLines(rt, LessonTextFile(app.AppPath, app.OpenLesson), QStringLiteral("RT"));
+    if (text.Count() < 1) {
         app.TextLineCount = 0;
         return;
     }
     const bool tvPlay = IsPlayLesson(app.OpenLesson);
-    const int firstLine = tvPlay ? 3 : 2;
-    if (tvPlay) app.TextTitle = app.ScriptLineCount >= 2 ? app.ScriptLines[2] : QString();
-    for (int i = firstLine; i <= app.ScriptLineCount; ++i)
-        if (!app.ScriptLines[i].isEmpty()) app.TextLines.Append(app.ScriptLines[i]);
+    if (tvPlay) app.TextTitle = text.Count() >= 2 ? text[2] : QString();
+    for (int i = tvPlay ? 3 : 2; i <= text.Count(); ++i)
+        if (!text[i].isEmpty()) app.TextLines.Append(text[i]);
     if (!tvPlay) app.TextTitle = app.TextLines.Empty() ? QString() : app.TextLines[1];
-    app.ScriptLines.Erase();
-    app.ScriptLineCount = 0;
     app.TextLineCount = static_cast<int16_t>(app.TextLines.Count());
 }
 

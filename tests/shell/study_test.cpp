@@ -124,7 +124,6 @@ TEST(Study, LessonScriptsGiveWordsTextAndTitle) {
         EXPECT_EQ(app.TextLineCount, r.lines.size()) << r.name;
         EXPECT_EQ(QStringList(app.TextLines.Items().begin(), app.TextLines.Items().end()), r.lines)
             << r.name;
-        EXPECT_EQ(app.ScriptLines.Count(), 0) << r.name;
         EXPECT_EQ(env.boxes.Count(), 0) << r.name;
     }
 }

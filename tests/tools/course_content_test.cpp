@@ -32,14 +32,12 @@ protected:
     // (a corrupted or unreadable file) fails the test.
     QStringList Lines(const QString& relative, const char* family) {
         const int boxesBefore = env.boxes.Count();
-        ReadScriptFile(*env.rt, Data(relative), QLatin1String(family), 0);
+        const Array1<QString> lines =
+            ReadScriptLines(*env.rt, Data(relative), QLatin1String(family));
         EXPECT_EQ(env.boxes.Count(), boxesBefore)
             << relative.toStdString() << ": "
             << (env.boxes.Count() ? env.boxes.Last().text.toStdString() : std::string());
-        QStringList lines;
-        for (int i = 1; i <= env.rt->app.ScriptLineCount; ++i)
-            lines << env.rt->app.ScriptLines[i];
-        return lines;
+        return QStringList(lines.begin(), lines.end());
     }
 
     int SyllableCount(const QString& pinyin) {

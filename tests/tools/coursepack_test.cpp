@@ -83,11 +83,9 @@ Course ReadOk(const SourceFolder& src) {
 }
 
 QStringList ScriptLinesOf(test::TestEnv& env, const QString& relative, const char* family) {
-    ReadScriptFile(*env.rt, env.rt->app.AppPath + relative, QLatin1String(family), 0);
-    QStringList lines;
-    for (int i = 1; i <= env.rt->app.ScriptLineCount; ++i)
-        lines << env.rt->app.ScriptLines[i];
-    return lines;
+    const Array1<QString> lines =
+        ReadScriptLines(*env.rt, env.rt->app.AppPath + relative, QLatin1String(family));
+    return QStringList(lines.begin(), lines.end());
 }
 
 TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
