@@ -61,6 +61,9 @@ struct Runtime {
     // The desktop's tone marker, once the desktop stands: shows the tone of the syllable just
     // started ("0" to "4").
     std::function<void(const QString& tone)> ShowToneCurve;
+    // The lesson menu's task list, once the menu stands: colours and enables the tasks again by
+    // the study position (see UpdateTaskList in shell/study.h).
+    std::function<void()> UpdateTaskList;
 
     // Last, so that forms destroyed with the runtime still find everything above.
     AppForms forms;

@@ -1,6 +1,8 @@
 #include "shell/begin1.h"
 
+#include "core/lesson_content.h"
 #include "core/runtime.h"
+#include "shell/form_stacks.h"
 #include "shell/study.h"
 
 #include <QShowEvent>
@@ -53,7 +55,7 @@ Begin1::Begin1(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     QPalette pal = palette();
     pal.setColor(QPalette::Window, QColor(0xFC, 0xF9, 0xF1));
     setPalette(pal);
-    Loaders = DefaultTaskFormLoaders();
+    rt.UpdateTaskList = [this] { UpdateTaskList(); };
 
     Label1 = addHeading(this, QStringLiteral("Label1"), QStringLiteral("Lesson"), 180);
     Label1->setFixedWidth(TwipsToPx(900));
@@ -82,6 +84,10 @@ Begin1::Begin1(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
 
     connect(Combo1, &ComboBox::Click, this, &Begin1::Combo1_Click);
     connect(Combo1, &QComboBox::activated, this, [this](int) { Combo1_Click(); });
+}
+
+Begin1::~Begin1() {
+    rt.UpdateTaskList = nullptr;
 }
 
 void Begin1::Form_Load() {
@@ -119,7 +125,7 @@ void Begin1::UpdateTaskList() {
 
 void Begin1::Command1_Click(int index) {
     // A task whose forms are not in the program leaves the menu as it is.
-    OpenTaskStack(rt, Loaders, index);
+    OpenTaskStack(rt, index);
 }
 
 void Begin1::focusButton(int index) {
@@ -142,10 +148,6 @@ void Begin1::Form_MouseMove(int button, int shift, int x, int y) {
     // The main screen puts out the light of a button when the mouse leaves it, also towards here.
     if (Form* begin = rt.forms.Find(QStringLiteral("Begin")))
         begin->Form_MouseMove(button, shift, x + Left() - begin->Left(), y + Top() - begin->Top());
-}
-
-void UpdateTaskList(Runtime& rt) {
-    if (auto* menu = rt.forms.Get<Begin1>()) menu->UpdateTaskList();
 }
 
 } // namespace vt

@@ -6,11 +6,10 @@
 // hides the main screen and the menu until the task closes.
 //
 // The menu is loaded once and then only hidden and shown again, so it keeps the lesson chosen.
-// What the menu decides lives in shell/study.h; how a task is opened in shell/task_forms.h.
+// What the menu decides lives in shell/study.h; how a task is opened in shell/form_stacks.h.
 
 #include "core/app_form.h"
 #include "platform/controls.h"
-#include "shell/task_forms.h"
 
 #include <array>
 
@@ -25,6 +24,7 @@ public:
     static constexpr int kHeight = 6150;
 
     explicit Begin1(Runtime& rt);
+    ~Begin1() override;
 
     void Form_Load() override;
     void Form_MouseMove(int button, int shift, int x, int y) override;
@@ -39,9 +39,6 @@ public:
     Label* Label3 = nullptr; // "Lesson 81 to 140 are TV plays"
     Label* Label4 = nullptr; // "Your tasks:"
     Label* Label5 = nullptr; // "Additional"
-
-    // The task forms the buttons open, by name (DefaultTaskFormLoaders unless replaced).
-    FormLoaders Loaders;
 
 protected:
     void showEvent(QShowEvent* e) override;

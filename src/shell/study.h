@@ -1,10 +1,10 @@
 #pragma once
 // The learner's place on the course path (140 lessons of seven tasks) and the rules that follow
 // from it, without any widget: how the task list of the lesson menu is coloured and enabled, which
-// button gets the focus, how the position moves on when a task is done, how a lesson's words and
-// text are loaded, and how a task's forms are stacked on the desktop.
+// button gets the focus, and how the position moves on when a task is done.
 //
 // The lesson menu (Begin1) shows what these functions decide; the task forms call AdvanceStudy.
+// The position is kept in Study.zvk (shell/study_file.h).
 
 #include "core/course_shape.h"
 
@@ -53,57 +53,13 @@ bool AtStudyPosition(const AppState& app);
 // Moves the study position on by one task when the open lesson and task are the study position;
 // after task 7 comes task 1 of the next lesson, and finishing lesson 140 is congratulated and
 // leads to lesson 141. The position is stored in Study.zvk at once; when it cannot be written the
-// learner is warned and the position stays in memory. The lesson menu's task list is refreshed.
+// learner is warned and the position stays in memory. The lesson menu's task list is refreshed
+// (UpdateTaskList).
 // Returns false when nothing moved (a task done away from the position).
 bool AdvanceStudy(Runtime& rt);
 
-// Refreshes the colours and enabled states of the lesson menu's task list, when the menu is
-// loaded. (It lives with the menu.)
+// Refreshes the colours and enabled states of the lesson menu's task list, through the hook the
+// menu leaves in the runtime while it stands (Runtime::UpdateTaskList); nothing without a menu.
 void UpdateTaskList(Runtime& rt);
-
-// Fills LessonWords/LessonWordRows, TextLines/TextLineCount and TextTitle for OpenLesson from the
-// lesson's word file and text file. A text file that cannot be read leaves no text lines; a word
-// file that gives no lines leaves the row count as it was. Empty text lines are left out.
-void LoadLessonScripts(Runtime& rt);
-
-// The place of each form of a task's stack on the desktop, in twips. All share the main form's
-// Left; the forms stand one above the other one pixel apart: Notepad (task 1 only) on top, then
-// Dictionary, the main form, and the form below it where the task has one.
-struct StackHeights {
-    int screenWidth = 0;
-    int screenHeight = 0;
-    int pixel = 15; // twips per pixel, vertically
-    int mainWidth = 0;
-    int mainHeight = 0;
-    int dictionaryHeight = 0; // 0 when the stack has no Dictionary
-    int notepadHeight = 0;    // 0 when the stack has no Notepad
-    int belowHeight = 0;      // 0 when the stack has no form below
-};
-
-struct StackLayout {
-    int left = 0;
-    int mainTop = 0;
-    int dictionaryTop = 0;
-    int notepadTop = 0;
-    int belowTop = 0;
-    bool operator==(const StackLayout&) const = default;
-};
-
-// The main form is centred across; down, the whole stack is centred (gaps not counted) and then
-// raised by 260 twips, the same lift as the main screen's.
-StackLayout ComputeStack(const StackHeights& h);
-
-// The forms of one task's stack, by name. Dictionary always stands above the main form.
-struct TaskStackRow {
-    int openTask = 0;              // 1..7, 8 for the additional page
-    const char* main = nullptr;    // the main form for a read text
-    const char* mainTv = nullptr;  // the main form for a TV play (same as main when no other)
-    const char* notepad = nullptr; // the form above Dictionary, or null
-    const char* below = nullptr;   // the form below the main form, or null
-    bool clearsDictionaryFeed = false;
-};
-
-// The row for button index 0..7 (task 1..7, then the additional page).
-const TaskStackRow& TaskStackFor(int buttonIndex);
 
 } // namespace vt

@@ -2,6 +2,7 @@
 // focus, coming back to it, the mouse handed on to the main screen, and opening a task's stack.
 #include "core/script_file.h"
 #include "shell/begin1.h"
+#include "shell/form_stacks.h"
 #include "shell/study.h"
 #include "support/events.h"
 #include "support/test_env.h"
@@ -41,13 +42,13 @@ FakeForm* loadFake(Runtime& rt, const char* name) {
     return rt.forms.Load<FakeForm>();
 }
 
-FormLoaders allTaskForms() {
-    FormLoaders l;
+// Stand-ins for every form of the task stacks, registered by name as the program registers its
+// forms.
+void registerTaskForms(Runtime& rt) {
     for (const char* name :
          {"Text", "ListeningTV", "Typing", "Vocabulary", "Exercise3", "FindSentence", "Question",
           "Newwords", "Dictionary", "Notepad", "WordsPanel", "Expressions_Related", "Result1"})
-        l[QString::fromLatin1(name)] = [name](Runtime& rt) -> Form* { return loadFake(rt, name); };
-    return l;
+        rt.forms.Register(QString::fromLatin1(name), [&rt, name] { return loadFake(rt, name); });
 }
 
 // A menu on a course of 140 titled lessons, loaded at the given position and shown.
@@ -172,8 +173,7 @@ TEST(LessonMenu, MouseMovesGoOnToTheMainScreen) {
 }
 
 TEST(LessonMenu, ATaskWithoutItsFormsLeavesTheMenuAsItIs) {
-    MenuEnv env(3, 2);
-    env.menu->Loaders.clear();
+    MenuEnv env(3, 2); // no task form is registered
     env.menu->Command1[1]->click();
     EXPECT_TRUE(env.menu->Visible());
     EXPECT_TRUE(env.begin->Visible());
@@ -188,26 +188,34 @@ TEST(LessonMenu, EachTaskOpensItsStack) {
                    {"Dictionary", {5000, 2000}}, {"Notepad", {4000, 1500}},
                    {"WordsPanel", {9000, 1200}}, {"Expressions_Related", {5000, 1800}},
                    {"Result1", {7500, 1000}}};
+    // Places in twips on the 1024 x 768 screen (15360 x 11520), worked out by hand: the stack is
+    // centred across and down (no gaps counted), raised by 260, and one pixel (15) apart.
     struct Row {
         const char* name;
         int button, lesson;
         QString main, notepad, below;
         bool clearsFeed;
+        int left, mainTop, dictionaryTop, notepadTop, belowTop; // -1: no such form
     } rows[] = {
-        {"task 1, read text", 0, 3, "Text", "Notepad", "WordsPanel", true},
-        {"task 1, TV play", 0, 81, "ListeningTV", "Notepad", "WordsPanel", true},
-        {"task 2", 1, 3, "Typing", "", "Expressions_Related", true},
-        {"task 3", 2, 3, "Vocabulary", "", "", true},
-        {"task 4", 3, 3, "Exercise3", "", "Result1", false},
-        {"task 5", 4, 3, "FindSentence", "", "", false},
-        {"task 6, read text", 5, 3, "Text", "", "Expressions_Related", true},
-        {"task 6, TV play", 5, 81, "ListeningTV", "", "Expressions_Related", true},
-        {"task 7", 6, 3, "Question", "", "", false},
-        {"additional page", 7, 3, "Newwords", "", "Expressions_Related", true},
+        {"task 1, read text", 0, 3, "Text", "Notepad", "WordsPanel", true, 3180, 4150, 2135, 620,
+         9165},
+        {"task 1, TV play", 0, 81, "ListeningTV", "Notepad", "WordsPanel", true, 3680, 3650, 1635,
+         120, 9665},
+        {"task 2", 1, 3, "Typing", "", "Expressions_Related", true, 4180, 3600, 1585, -1, 7615},
+        {"task 3", 2, 3, "Vocabulary", "", "", true, 4680, 4250, 2235, -1, -1},
+        {"task 4", 3, 3, "Exercise3", "", "Result1", false, 3930, 4250, 2235, -1, 7765},
+        {"task 5", 4, 3, "FindSentence", "", "", false, 4430, 3750, 1735, -1, -1},
+        {"task 6, read text", 5, 3, "Text", "", "Expressions_Related", true, 3180, 3100, 1085, -1,
+         8115},
+        {"task 6, TV play", 5, 81, "ListeningTV", "", "Expressions_Related", true, 3680, 2600, 585,
+         -1, 8615},
+        {"task 7", 6, 3, "Question", "", "", false, 4180, 5000, 2985, -1, -1},
+        {"additional page", 7, 3, "Newwords", "", "Expressions_Related", true, 4680, 4100, 2085, -1,
+         7115},
     };
     for (const Row& r : rows) {
         MenuEnv env(3, 1);
-        env.menu->Loaders = allTaskForms();
+        registerTaskForms(*env.rt);
         env.menu->Combo1->SetListIndex(r.lesson - 1);
         env.menu->Command1[0]->setEnabled(true); // a lesson ahead opens task 1 only
         env.rt->app.DictionaryFeedsTask = true;
@@ -233,25 +241,18 @@ TEST(LessonMenu, EachTaskOpensItsStack) {
         // Only the task's own forms were loaded.
         EXPECT_EQ(env.rt->forms.All().size(), 4u + (notepad ? 1 : 0) + (below ? 1 : 0)) << r.name;
 
-        StackHeights h;
-        h.screenWidth = env.screen.Width();
-        h.screenHeight = env.screen.Height();
-        h.mainWidth = main->Width();
-        h.mainHeight = main->Height();
-        h.dictionaryHeight = dict->Height();
-        h.notepadHeight = notepad ? notepad->Height() : 0;
-        h.belowHeight = below ? below->Height() : 0;
-        const StackLayout s = ComputeStack(h);
-        EXPECT_EQ(main->Left(), s.left) << r.name;
-        EXPECT_EQ(main->Top(), s.mainTop) << r.name;
-        EXPECT_EQ(dict->Left(), s.left) << r.name;
-        EXPECT_EQ(dict->Top(), s.dictionaryTop) << r.name;
+        EXPECT_EQ(main->Left(), r.left) << r.name;
+        EXPECT_EQ(main->Top(), r.mainTop) << r.name;
+        EXPECT_EQ(dict->Left(), r.left) << r.name;
+        EXPECT_EQ(dict->Top(), r.dictionaryTop) << r.name;
         if (notepad) {
-            EXPECT_EQ(notepad->Top(), s.notepadTop) << r.name;
+            EXPECT_EQ(notepad->Left(), r.left) << r.name;
+            EXPECT_EQ(notepad->Top(), r.notepadTop) << r.name;
             EXPECT_EQ(notepad->Width(), main->Width()) << r.name;
         }
         if (below) {
-            EXPECT_EQ(below->Top(), s.belowTop) << r.name;
+            EXPECT_EQ(below->Left(), r.left) << r.name;
+            EXPECT_EQ(below->Top(), r.belowTop) << r.name;
         }
 
         ShowMenuAgain(*env.rt); // as the task form does when it closes
