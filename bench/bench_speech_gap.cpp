@@ -172,10 +172,10 @@ double ours(const QString& root, const std::vector<Syllable>& syllables) {
     QElapsedTimer t;
     const QString first = SyllableSoundFile(rt.app.AppPath, syllables[0].sound);
     t.start();
-    PlayWave(rt, first, 0);
+    PlayWave(rt, first, OwnerTag::None);
     const double firstUs = t.nsecsElapsed() / 1000.0;
     t.restart();
-    PlayWave(rt, first, 0);
+    PlayWave(rt, first, OwnerTag::None);
     const double cachedUs = t.nsecsElapsed() / 1000.0;
     sound->MMControl1->SetCommand("Close");
     const double bufferMs = device->BufferFrames() * 1000.0 / rate;

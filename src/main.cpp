@@ -1,7 +1,7 @@
 // Vantoria 2007: the program starts with the start form, which runs the start chain.
 #include "platform/application.h"
 #include "platform/display_check.h"
-#include "shell/program.h"
+#include "program/program.h"
 
 #include <csignal>
 #include <cstdio>

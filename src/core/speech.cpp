@@ -66,11 +66,11 @@ MMControl* SoundSystem::NewControl(QObject* parent, const QString& name) {
     return c;
 }
 
-void SoundSystem::SetOwnerHandler(int16_t tag, std::function<void()> handler) {
-    if (tag == 0 || tag == kSpeechTag) return;
+void SoundSystem::SetOwnerHandler(OwnerTag tag, std::function<void()> handler) {
+    if (tag == OwnerTag::None || tag == OwnerTag::Speech) return;
     owners_[tag] = std::move(handler);
 }
-void SoundSystem::RemoveOwnerHandler(int16_t tag) {
+void SoundSystem::RemoveOwnerHandler(OwnerTag tag) {
     owners_.erase(tag);
 }
 void SoundSystem::SetSpeechEndHandler(int16_t openTask, std::function<void()> handler) {
@@ -82,8 +82,8 @@ void SoundSystem::RemoveSpeechEndHandler(int16_t openTask) {
 
 void SoundSystem::soundDone(int notifyCode) {
     if (notifyCode != MMControl::NotifySuccessful || !rt_) return;
-    const int16_t owner = rt_->app.SoundOwner;
-    if (owner == kSpeechTag) {
+    const auto owner = static_cast<OwnerTag>(rt_->app.SoundOwner);
+    if (owner == OwnerTag::Speech) {
         SpeakNextSyllable(*rt_);
         return;
     }
@@ -101,15 +101,15 @@ void ShowToneCurve(Runtime& rt, const QString& tone) {
 namespace {
 
 // Steps 4 to 6 of a play: notification, owner, start.
-void startPlay(Runtime& rt, MMControl* player, int16_t tag) {
-    player->SetNotify(tag != 0);
-    rt.app.SoundOwner = tag;
+void startPlay(Runtime& rt, MMControl* player, OwnerTag tag) {
+    player->SetNotify(tag != OwnerTag::None);
+    rt.app.SoundOwner = static_cast<int16_t>(tag);
     player->SetCommand(QStringLiteral("Play"));
 }
 
 } // namespace
 
-void PlayWave(Runtime& rt, const QString& path, int16_t tag) {
+void PlayWave(Runtime& rt, const QString& path, OwnerTag tag) {
     if (!rt.sound) return;
     MMControl* player = rt.sound->MMControl1;
     player->SetCommand(QStringLiteral("Close"));
@@ -119,7 +119,7 @@ void PlayWave(Runtime& rt, const QString& path, int16_t tag) {
     if (IsSyllableSoundPath(path)) ShowToneCurve(rt, rt.app.CurrentTone);
 }
 
-void ReplayWave(Runtime& rt, int16_t tag) {
+void ReplayWave(Runtime& rt, OwnerTag tag) {
     if (!rt.sound) return;
     MMControl* player = rt.sound->MMControl1;
     player->SetCommand(QStringLiteral("Prev"));
@@ -157,7 +157,7 @@ void SpeakNextSyllable(Runtime& rt) {
         ++a.SpeechPosition;
         const SpeechRow& row = a.SpeechQueue[a.SpeechPosition];
         a.CurrentTone = row.Tone;
-        PlayWave(rt, SyllableSoundFile(a.AppPath, row.Sound), kSpeechTag);
+        PlayWave(rt, SyllableSoundFile(a.AppPath, row.Sound), OwnerTag::Speech);
         return;
     }
     if (!rt.sound) return;

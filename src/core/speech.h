@@ -3,15 +3,17 @@
 // sound to the form that asked for it, and speech put together from one recording per syllable.
 //
 // Every form plays through PlayWave, ReplayWave or SpeakPinyin on MMControl1, naming itself by an
-// owner tag. When that sound ends well, the handler registered for the tag in SoundOwner at that
-// moment runs; tag 15 is the speech itself, which then starts the next syllable. A form
-// registers its handler when it loads and removes it when it unloads, so a tag whose form is not
-// there receives nothing. MMControl2 is for sounds nobody waits for: it closes itself at the end.
+// owner tag (core/sound_owners.h). When that sound ends well, the handler registered for the tag
+// in SoundOwner at that moment runs; the speech's own tag starts the next syllable. A form
+// registers its handler when it loads and removes it when it unloads (AppForm::OnSoundEnd does
+// both), so a tag whose form is not there receives nothing. MMControl2 is for sounds nobody waits
+// for: it closes itself at the end.
 //
 // Speech plays the recording of each syllable (SyllableSoundFile of core/data_paths.h) one after
 // the other with no pause, a neutral syllable with its first-tone recording; a final "er1" is said
 // "er2". Each syllable sound shows its tone on the desktop. There is no tone sandhi.
 
+#include "core/sound_owners.h"
 #include "platform/audio_engine.h"
 #include "platform/media_control.h"
 
@@ -58,9 +60,9 @@ public:
     MMControl* MMControl1 = nullptr;
     MMControl* MMControl2 = nullptr;
 
-    // What a finished sound of this owner tag calls. Tag 0 and 15 cannot be taken.
-    void SetOwnerHandler(int16_t tag, std::function<void()> handler);
-    void RemoveOwnerHandler(int16_t tag);
+    // What a finished sound of this owner tag calls. None and Speech cannot be taken.
+    void SetOwnerHandler(OwnerTag tag, std::function<void()> handler);
+    void RemoveOwnerHandler(OwnerTag tag);
     // What the end of a speech calls while OpenTask has this value (the reading-aloud and
     // vocabulary tasks hook in here; the handler does its own checks).
     void SetSpeechEndHandler(int16_t openTask, std::function<void()> handler);
@@ -77,17 +79,14 @@ private:
     std::unique_ptr<SoundCache> cache_;
     std::unique_ptr<QObject> owner_; // parent of the two players
     Runtime* rt_ = nullptr;
-    std::map<int16_t, std::function<void()>> owners_;
+    std::map<OwnerTag, std::function<void()>> owners_;
     std::map<int16_t, std::function<void()>> speechEnd_;
 };
 
-// The owner tag of the speech itself.
-constexpr int16_t kSpeechTag = 15;
-
-// Plays path on MMControl1 for the owner tag (0: nobody waits for the end).
-void PlayWave(Runtime& rt, const QString& path, int16_t tag);
+// Plays path on MMControl1 for the owner tag (None: nobody waits for the end).
+void PlayWave(Runtime& rt, const QString& path, OwnerTag tag);
 // Plays the open file again from its start for the owner tag.
-void ReplayWave(Runtime& rt, int16_t tag);
+void ReplayWave(Runtime& rt, OwnerTag tag);
 // Speaks numeric-tone Pinyin ("ni3 hao3") and returns at once.
 void SpeakPinyin(Runtime& rt, const QString& text);
 // One step of the speech: the next syllable, or the end of the speech.

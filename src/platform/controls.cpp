@@ -8,13 +8,6 @@
 
 namespace vt {
 
-namespace {
-QColor colorOf(unsigned bgr) {
-    const unsigned rgb = BgrToRgb(bgr);
-    return QColor((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF);
-}
-} // namespace
-
 Label::Label(QWidget* parent) : QLabel(parent) {
     setWordWrap(true);
 }
@@ -22,20 +15,26 @@ Label::Label(QWidget* parent) : QLabel(parent) {
 void Label::SetForeColor(unsigned bgr) {
     foreBgr_ = bgr;
     QPalette p = palette();
-    p.setColor(QPalette::WindowText, colorOf(bgr));
+    p.setColor(QPalette::WindowText, BgrColor(bgr));
     setPalette(p);
 }
 
 void Label::SetBackColor(unsigned bgr) {
     setAutoFillBackground(true);
     QPalette p = palette();
-    p.setColor(QPalette::Window, colorOf(bgr));
+    p.setColor(QPalette::Window, BgrColor(bgr));
     setPalette(p);
 }
 
 void Label::SetFontSize(double points) {
     QFont f = font();
     f.setPointSizeF(points);
+    setFont(f);
+}
+
+void Label::SetFontBold(bool bold) {
+    QFont f = font();
+    f.setBold(bold);
     setFont(f);
 }
 
@@ -109,10 +108,10 @@ void ImageBox::mouseMoveEvent(QMouseEvent* e) {
 void Shape::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
-    QPen pen(colorOf(BorderColor));
+    QPen pen(BgrColor(BorderColor));
     pen.setWidth(BorderWidth);
     p.setPen(BorderWidth > 0 ? pen : QPen(Qt::NoPen));
-    p.setBrush(Filled ? QBrush(colorOf(FillColor)) : QBrush(Qt::NoBrush));
+    p.setBrush(Filled ? QBrush(BgrColor(FillColor)) : QBrush(Qt::NoBrush));
     const QRectF r = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     switch (kind) {
     case Kind::Circle:

@@ -1,7 +1,8 @@
 #pragma once
 // The controls that forms are built from, with the properties the forms use. Each control's
 // objectName is its name on the form ("Command1_3" for Command1(3)), so tests find controls as
-// the learner sees them. Form::Add places a control in twips on the form's client area.
+// the learner sees them. Add places a control in twips on a form's client area; the forms of the
+// program use the kit of AppForm (core/app_form.h), which does that and more in one line.
 
 #include "platform/form.h"
 #include "platform/screen.h"
@@ -60,6 +61,7 @@ public:
     unsigned ForeColor() const { return foreBgr_; }
     void SetBackColor(unsigned bgr);
     void SetFontSize(double points);
+    void SetFontBold(bool bold);
 
 private:
     unsigned foreBgr_ = 0;

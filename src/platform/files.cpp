@@ -208,12 +208,6 @@ bool FileStore::WriteRecord(const QString& path, int recLen, const QByteArray& r
     return WriteAll(path, whole);
 }
 
-bool FaultyFileStore::WriteAll(const QString& path, const QByteArray& bytes) {
-    ++writesAttempted;
-    if (failWrites) return false;
-    return FileStore::WriteAll(path, bytes);
-}
-
 int16_t ReadInt16LE(const QByteArray& bytes, int offset) {
     if (offset < 0 || offset + 2 > bytes.size()) return 0;
     const auto lo = static_cast<uint8_t>(bytes[offset]);

@@ -58,14 +58,6 @@ public:
 // a FIFO never blocks the call.
 std::optional<QByteArray> ReadRegularFile(const QString& diskPath, qint64 maxBytes = -1);
 
-// A store whose writes can be made to fail, as on a full disk.
-class FaultyFileStore final : public FileStore {
-public:
-    bool failWrites = false;
-    int writesAttempted = 0;
-    bool WriteAll(const QString& path, const QByteArray& bytes) override;
-};
-
 // Little-endian 16-bit fields of fixed records.
 int16_t ReadInt16LE(const QByteArray& bytes, int offset);
 void WriteInt16LE(QByteArray& bytes, int offset, int16_t value);

@@ -172,6 +172,12 @@ void Form::SetCaption(const QString& caption) {
     if (isWindow()) setWindowTitle(caption);
 }
 
+void Form::SetBackColor(unsigned bgr) {
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, BgrColor(bgr));
+    setPalette(pal);
+}
+
 void Form::SetVisible(bool on) {
     if (on) {
         setVisible(true);

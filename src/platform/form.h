@@ -45,6 +45,8 @@ public:
 
     QString Caption() const { return caption_; }
     void SetCaption(const QString& caption);
+    // The colour of the form's face, in the course's blue-green-red order.
+    void SetBackColor(unsigned bgr);
 
     // The form's own visibility, whether or not the desktop behind it can be seen.
     bool Visible() const { return !isHidden(); }

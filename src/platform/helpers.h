@@ -3,6 +3,7 @@
 // blanks-only trimming, the leading-number read, the numeric test, rounding of halves to even,
 // Int as floor, and a 1-based growable container so that course arithmetic reads as written.
 
+#include <QColor>
 #include <QString>
 #include <QStringView>
 #include <cmath>
@@ -75,6 +76,9 @@ private:
 // Colours as the course writes them: 0x00BBGGRR, so 0x0000FF is red.
 inline unsigned BgrToRgb(unsigned bgr) {
     return ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
+}
+inline QColor BgrColor(unsigned bgr) {
+    return QColor::fromRgb(static_cast<QRgb>(0xFF000000u | BgrToRgb(bgr)));
 }
 
 } // namespace vt

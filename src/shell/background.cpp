@@ -43,47 +43,42 @@ Background::Background(Runtime& runtime) : AppForm(runtime, kName, Border::None)
     rt.forms.SetDesktop(this);
     Move(0, 0, rt.screen.Width(), rt.screen.Height());
 
-    Image1 = Add<ImageBox>(this, QStringLiteral("Image1"), 0, 0, Width(), Height());
+    AddControl(NAMED(Image1), {0, 0, Width(), Height()});
     Image1->setAttribute(Qt::WA_TransparentForMouseEvents); // its picture comes with the mode
 
-    Label10 = Add<Label>(this, QStringLiteral("Label10"), 130, 0, 7000, 420);
-    Label10->SetCaption(QStringLiteral("VantoriaNet Classroom Online"));
+    AddLabel(NAMED(Label10), {130, 0, 7000, 420}, "VantoriaNet Classroom Online");
     Label10->SetForeColor(0xD8F6FF);
     Label10->SetFontSize(14);
     Label10->hide();
 
-    Label6 = Add<Label>(this, QStringLiteral("Label6"), 0, 0, 7200, 330);
-    Label5 = Add<Label>(this, QStringLiteral("Label5"), 0, 0, 7200, 330);
+    // The clocks, placed by the screen mode.
+    AddLabel(NAMED(Label6), {0, 0, 7200, 330});
+    AddLabel(NAMED(Label5), {0, 0, 7200, 330});
     for (Label* l : {Label5, Label6}) {
         l->setWordWrap(false);
         l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         l->SetForeColor(0xFFFFFF);
         l->hide();
     }
-    Label4 = Add<Label>(this, QStringLiteral("Label4"), 130, 0, 2400, 330);
-    Label4->SetCaption(QStringLiteral("Tone"));
+    AddLabel(NAMED(Label4), {130, 0, 2400, 330}, "Tone");
     Label4->SetForeColor(0x6AD7FF);
     Label4->SetFontSize(11);
     Label4->hide();
 
-    Shape3 = Add<Shape>(this, QStringLiteral("Shape3"), -kMarkerSize, 0, kMarkerSize, kMarkerSize);
+    AddControl(NAMED(Shape3), {-kMarkerSize, 0, kMarkerSize, kMarkerSize});
     Shape3->kind = Shape::Kind::Circle;
     Shape3->Filled = true;
     Shape3->FillColor = 0x2A9DF4; // amber
     Shape3->BorderColor = 0xFFFFFF;
     Shape3->hide();
 
-    Timer1 = rt.NewTimer(this, QStringLiteral("Timer1"), 100);
-    Timer1->OnTick = [this] { timer1Tick(); };
-    Timer4 = rt.NewTimer(this, QStringLiteral("Timer4"), 10, true);
-    Timer4->OnTick = [this] { timer4Tick(); };
-    Timer5 = rt.NewTimer(this, QStringLiteral("Timer5"), 60000);
-    Timer5->OnTick = [this] { UpdateClocks(); };
+    AddTimer(NAMED(Timer1), 100, [this] { timer1Tick(); });
+    AddTimer(NAMED(Timer4), 10, [this] { timer4Tick(); })->SetEnabled(true);
+    AddTimer(NAMED(Timer5), 60000, [this] { UpdateClocks(); });
 }
 
 Background::~Background() {
     if (rt.forms.Desktop() == this) rt.forms.SetDesktop(nullptr);
-    rt.ShowToneCurve = nullptr;
 }
 
 void Background::Form_Load() {
@@ -108,13 +103,9 @@ void Background::Form_Load() {
     const LocalZone zone = GetLocalTZ(rt.time.Zone(), rt.time.Now());
     ZoneName = zone.name;
     BeijingOffset = static_cast<int16_t>(480 - zone.offsetMinutes);
-    rt.ShowToneCurve = [this](const QString& tone) { ShowToneCurve(tone); };
+    Provide(rt.ShowToneCurve, [this](const QString& tone) { ShowToneCurve(tone); });
     MoveTwips(Label10, 130, 0);
     Timer1->SetEnabled(true);
-}
-
-void Background::Form_Unload(bool&) {
-    rt.ShowToneCurve = nullptr;
 }
 
 void Background::timer1Tick() {
@@ -198,7 +189,7 @@ void Background::UpdateClocks() {
 }
 
 void Background::resizeEvent(QResizeEvent* e) {
-    Form::resizeEvent(e);
+    AppForm::resizeEvent(e);
     updateMask();
 }
 
@@ -220,7 +211,7 @@ void Background::updateMask() {
 }
 
 void Background::childEvent(QChildEvent* e) {
-    Form::childEvent(e);
+    AppForm::childEvent(e);
     if (e->added() && e->child()->isWidgetType()) e->child()->installEventFilter(this);
 }
 
@@ -235,7 +226,7 @@ bool Background::eventFilter(QObject* watched, QEvent* event) {
     default:
         break;
     }
-    return Form::eventFilter(watched, event);
+    return AppForm::eventFilter(watched, event);
 }
 
 } // namespace vt

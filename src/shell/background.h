@@ -20,7 +20,6 @@ public:
     ~Background() override;
 
     void Form_Load() override;
-    void Form_Unload(bool& cancel) override;
 
     // Applies a screen mode (0 full screen, 1 task bar free, anything else hidden) and lays out
     // the clocks and the marker's steps; with save the mode is stored in Setting.zvk.
@@ -31,15 +30,15 @@ public:
     // Updates both clocks now, as Timer5 does once a minute.
     void UpdateClocks();
 
-    ImageBox* Image1;
-    Label* Label4;
-    Label* Label5;
-    Label* Label6;
-    Label* Label10;
-    Shape* Shape3;
-    Timer* Timer1;
-    Timer* Timer4;
-    Timer* Timer5;
+    ImageBox* Image1 = nullptr;
+    Label* Label4 = nullptr;
+    Label* Label5 = nullptr;
+    Label* Label6 = nullptr;
+    Label* Label10 = nullptr;
+    Shape* Shape3 = nullptr;
+    Timer* Timer1 = nullptr;
+    Timer* Timer4 = nullptr;
+    Timer* Timer5 = nullptr;
 
     int16_t BeijingOffset = 0;
     MarkerSteps Marker;

@@ -54,28 +54,24 @@ Begin::Begin(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     SetCaption(QStringLiteral("Vantoria 2007"));
     Move(0, 0, kWidth, kHeight);
     setAutoFillBackground(false); // the artwork's rounded corners show the desktop
-    Backdrop = Add<ImageBox>(this, QStringLiteral("Backdrop"), 0, 0, kWidth, kHeight);
+    AddControl(NAMED(Backdrop), {0, 0, kWidth, kHeight})->LoadPicture(":/begin.svg");
     Backdrop->setAttribute(Qt::WA_TransparentForMouseEvents);
-    Backdrop->LoadPicture(QStringLiteral(":/begin.svg"));
 
-    Image4 = Add<ImageBox>(this, QStringLiteral("Image4"), 0, 0, kButtonWidth, kButtonHeight);
-    Image4->SetPicture(buttonPicture(QStringLiteral(":/button_neutral.svg"), QString()));
-    Image4->PictureName = QStringLiteral("neutral");
-    Image4->hide();
+    // The pictures a button takes on, kept out of sight: one is copied onto the button.
+    const QRect away{0, 0, kButtonWidth, kButtonHeight};
+    const auto picture = [](ImageBox* box, const char* artwork, const QString& label,
+                            const char* name) {
+        box->SetPicture(buttonPicture(QString::fromLatin1(artwork), label));
+        box->PictureName = QString::fromLatin1(name);
+        box->hide();
+    };
+    picture(AddControl(NAMED(Image4), away), ":/button_neutral.svg", QString(), "neutral");
     for (int i = 1; i <= 5; ++i) {
         const QString label = QString::fromUtf8(kButtons[i].label);
-        Image1[i] = Add<ImageBox>(this, Indexed(QStringLiteral("Image1"), i), 0, 0, kButtonWidth,
-                                  kButtonHeight);
-        Image1[i]->SetPicture(buttonPicture(QStringLiteral(":/button_hover.svg"), label));
-        Image1[i]->PictureName = QStringLiteral("hover");
-        Image1[i]->hide();
-        Image2[i] = Add<ImageBox>(this, Indexed(QStringLiteral("Image2"), i), 0, 0, kButtonWidth,
-                                  kButtonHeight);
-        Image2[i]->SetPicture(buttonPicture(QStringLiteral(":/button_selected.svg"), label));
-        Image2[i]->PictureName = QStringLiteral("selected");
-        Image2[i]->hide();
-        Image3[i] = Add<ImageBox>(this, Indexed(QStringLiteral("Image3"), i), kButtonLeft,
-                                  kButtonTop + (i - 1) * kButtonStep, kButtonWidth, kButtonHeight);
+        picture(AddControl(NAMED(Image1, i), away), ":/button_hover.svg", label, "hover");
+        picture(AddControl(NAMED(Image2, i), away), ":/button_selected.svg", label, "selected");
+        AddControl(NAMED(Image3, i),
+                   {kButtonLeft, kButtonTop + (i - 1) * kButtonStep, kButtonWidth, kButtonHeight});
         Image3[i]->setCursor(Qt::PointingHandCursor);
         Image3[i]->setToolTip(label);
         showPicture(i, Image4);
@@ -83,10 +79,8 @@ Begin::Begin(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
         connect(Image3[i], &ImageBox::MouseMove, this, [this, i] { Image3_MouseMove(i); });
     }
 
-    Timer1 = rt.NewTimer(this, QStringLiteral("Timer1"), 200);
-    Timer1->OnTick = [this] { timer1Tick(); };
-    Timer2 = rt.NewTimer(this, QStringLiteral("Timer2"), 200);
-    Timer2->OnTick = [this] { timer2Tick(); };
+    AddTimer(NAMED(Timer1), 200, [this] { timer1Tick(); });
+    AddTimer(NAMED(Timer2), 200, [this] { timer2Tick(); });
 }
 
 void Begin::showPicture(int index, ImageBox* source) {

@@ -43,8 +43,8 @@ public:
     std::array<ImageBox*, 6> Image3{}; // the visible buttons, 1..5
     ImageBox* Image4 = nullptr;        // the neutral picture
     ImageBox* Backdrop = nullptr;
-    Timer* Timer1;
-    Timer* Timer2;
+    Timer* Timer1 = nullptr;
+    Timer* Timer2 = nullptr;
 
 private:
     void timer1Tick();

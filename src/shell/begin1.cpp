@@ -31,63 +31,33 @@ constexpr int kButtonWidth = 960;
 constexpr int kButtonHeight = 390;
 constexpr int kButtonLeft = Begin1::kWidth - kMargin - kButtonWidth;
 constexpr int kLabelWidth = kButtonLeft - 2 * kMargin;
-
-Label* addLabel(Form* form, const QString& name, const QString& caption, int left, int top,
-                int width, int height) {
-    auto* l = Add<Label>(form, name, left, top, width, height);
-    l->SetCaption(caption);
-    return l;
-}
-
-Label* addHeading(Form* form, const QString& name, const QString& caption, int top) {
-    Label* l = addLabel(form, name, caption, kMargin, top, kLabelWidth, 300);
-    QFont f = l->font();
-    f.setBold(true);
-    l->setFont(f);
-    return l;
-}
+constexpr int kComboLeft = 1050;
+constexpr int kComboWidth = Begin1::kWidth - kComboLeft - kMargin;
 
 } // namespace
 
 Begin1::Begin1(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     Move(Left(), Top(), kWidth, kHeight);
-    // The paper of the main screen's panel area, so the menu reads as part of it.
-    QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor(0xFC, 0xF9, 0xF1));
-    setPalette(pal);
-    rt.UpdateTaskList = [this] { UpdateTaskList(); };
+    SetBackColor(0xF1F9FC); // the paper of the main screen's panel area
 
-    Label1 = addHeading(this, QStringLiteral("Label1"), QStringLiteral("Lesson"), 180);
-    Label1->setFixedWidth(TwipsToPx(900));
-    Combo1 = Add<ComboBox>(this, QStringLiteral("Combo1"), 1050, 120, kWidth - 1050 - kMargin, 360);
-    Combo1->setMaxVisibleItems(20);
-    Label3 =
-        addLabel(this, QStringLiteral("Label3"), QStringLiteral("Lesson 81 to 140 are TV plays"),
-                 1050, 540, kWidth - 1050 - kMargin, 300);
-    Label3->SetForeColor(kTaskDone);
-    Label4 = addHeading(this, QStringLiteral("Label4"), QStringLiteral("Your tasks:"), 960);
-    Label5 = addHeading(this, QStringLiteral("Label5"), QStringLiteral("Additional"),
-                        kAdditionalTop - 360);
-
+    AddLabel(NAMED(Label1), {kMargin, 180, 900, 300}, "Lesson")->SetFontBold(true);
+    AddComboBox(NAMED(Combo1), {kComboLeft, 120, kComboWidth, 360}, [this] {
+        Combo1_Click();
+    })->setMaxVisibleItems(20);
+    AddLabel(NAMED(Label3), {kComboLeft, 540, kComboWidth, 300}, "Lesson 81 to 140 are TV plays")
+        ->SetForeColor(kTaskDone);
+    AddLabel(NAMED(Label4), {kMargin, 960, kLabelWidth, 300}, "Your tasks:")->SetFontBold(true);
+    AddLabel(NAMED(Label5), {kMargin, kAdditionalTop - 360, kLabelWidth, 300}, "Additional")
+        ->SetFontBold(true);
     for (int i = 0; i < 8; ++i) {
         const int top = i < kTaskCount ? kFirstTaskTop + i * kRowHeight : kAdditionalTop;
-        Label2[static_cast<size_t>(i)] =
-            addLabel(this, Indexed(QStringLiteral("Label2"), i),
-                     QString::fromLatin1(kTaskCaptions[i]), kMargin, top, kLabelWidth, 450);
-        auto* b = Add<CommandButton>(this, Indexed(QStringLiteral("Command1"), i), kButtonLeft,
-                                     top + 30, kButtonWidth, kButtonHeight);
-        b->SetCaption(QStringLiteral("Open"));
-        b->setAutoDefault(true); // Enter opens the task whose button has the focus
-        connect(b, &QPushButton::clicked, this, [this, i] { Command1_Click(i); });
-        Command1[static_cast<size_t>(i)] = b;
+        AddLabel(NAMED(Label2, i), {kMargin, top, kLabelWidth, 450}, kTaskCaptions[i]);
+        AddButton(NAMED(Command1, i), {kButtonLeft, top + 30, kButtonWidth, kButtonHeight}, "Open",
+                  [this, i] { Command1_Click(i); })
+            ->setAutoDefault(true); // Enter opens the task whose button has the focus
     }
 
-    connect(Combo1, &ComboBox::Click, this, &Begin1::Combo1_Click);
-    connect(Combo1, &QComboBox::activated, this, [this](int) { Combo1_Click(); });
-}
-
-Begin1::~Begin1() {
-    rt.UpdateTaskList = nullptr;
+    Provide(rt.UpdateTaskList, [this] { UpdateTaskList(); });
 }
 
 void Begin1::Form_Load() {
@@ -140,7 +110,7 @@ void Begin1::focusButton(int index) {
 }
 
 void Begin1::showEvent(QShowEvent* e) {
-    Form::showEvent(e);
+    AppForm::showEvent(e);
     if (pendingFocus_ >= 0) focusButton(pendingFocus_);
 }
 

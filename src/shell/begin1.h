@@ -24,7 +24,6 @@ public:
     static constexpr int kHeight = 6150;
 
     explicit Begin1(Runtime& rt);
-    ~Begin1() override;
 
     void Form_Load() override;
     void Form_MouseMove(int button, int shift, int x, int y) override;
@@ -32,13 +31,13 @@ public:
     // Colours and enables the seven task rows for the lesson shown.
     void UpdateTaskList();
 
-    ComboBox* Combo1 = nullptr;
-    std::array<Label*, 8> Label2{};
-    std::array<CommandButton*, 8> Command1{};
     Label* Label1 = nullptr; // "Lesson"
+    ComboBox* Combo1 = nullptr;
     Label* Label3 = nullptr; // "Lesson 81 to 140 are TV plays"
     Label* Label4 = nullptr; // "Your tasks:"
     Label* Label5 = nullptr; // "Additional"
+    std::array<Label*, 8> Label2{};
+    std::array<CommandButton*, 8> Command1{};
 
 protected:
     void showEvent(QShowEvent* e) override;

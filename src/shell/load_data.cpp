@@ -9,21 +9,16 @@ namespace vt {
 
 LoadData::LoadData(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     Move(0, 0, 5800, 5600);
-    Label1 = Add<Label>(this, QStringLiteral("Label1"), 300, 300, 5200, 700);
-    Label1->SetCaption(QStringLiteral("Loading the course, please wait...  正在加载课程"));
-    Label1->SetFontSize(11);
-    Label2 = Add<Label>(this, QStringLiteral("Label2"), 300, 1300, 5200, 330);
-    Label2->SetCaption(QStringLiteral("Step 1: loading Chinese vocabulary"));
-    ProgressBar2 = Add<ProgressBar>(this, QStringLiteral("ProgressBar2"), 300, 1700, 5200, 330);
-    Label3 = Add<Label>(this, QStringLiteral("Label3"), 300, 2500, 5200, 330);
-    Label3->SetCaption(QStringLiteral("Step 2: loading sample sentences"));
-    ProgressBar3 = Add<ProgressBar>(this, QStringLiteral("ProgressBar3"), 300, 2900, 5200, 330);
-    Label4 = Add<Label>(this, QStringLiteral("Label4"), 300, 3700, 5200, 330);
-    Label4->SetCaption(QStringLiteral("Step 3: loading Chinese words (characters)"));
-    ProgressBar4 = Add<ProgressBar>(this, QStringLiteral("ProgressBar4"), 300, 4100, 5200, 330);
-
-    Timer1 = rt.NewTimer(this, QStringLiteral("Timer1"), 200);
-    Timer1->OnTick = [this] { timer1Tick(); };
+    AddLabel(NAMED(Label1), {300, 300, 5200, 700},
+             "Loading the course, please wait...  正在加载课程")
+        ->SetFontSize(11);
+    AddLabel(NAMED(Label2), {300, 1300, 5200, 330}, "Step 1: loading Chinese vocabulary");
+    AddControl(NAMED(ProgressBar2), {300, 1700, 5200, 330});
+    AddLabel(NAMED(Label3), {300, 2500, 5200, 330}, "Step 2: loading sample sentences");
+    AddControl(NAMED(ProgressBar3), {300, 2900, 5200, 330});
+    AddLabel(NAMED(Label4), {300, 3700, 5200, 330}, "Step 3: loading Chinese words (characters)");
+    AddControl(NAMED(ProgressBar4), {300, 4100, 5200, 330});
+    AddTimer(NAMED(Timer1), 200, [this] { timer1Tick(); });
 }
 
 void LoadData::Form_Load() {

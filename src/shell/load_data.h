@@ -19,14 +19,14 @@ public:
     void Form_Load() override;
     void Form_Unload(bool& cancel) override;
 
-    Label* Label1;
-    Label* Label2;
-    Label* Label3;
-    Label* Label4;
-    ProgressBar* ProgressBar2;
-    ProgressBar* ProgressBar3;
-    ProgressBar* ProgressBar4;
-    Timer* Timer1;
+    Label* Label1 = nullptr;
+    Label* Label2 = nullptr;
+    Label* Label3 = nullptr;
+    Label* Label4 = nullptr;
+    ProgressBar* ProgressBar2 = nullptr;
+    ProgressBar* ProgressBar3 = nullptr;
+    ProgressBar* ProgressBar4 = nullptr;
+    Timer* Timer1 = nullptr;
 
 private:
     void timer1Tick();

@@ -13,48 +13,34 @@ constexpr int kLabel4Top = 3000;
 
 StartOrNot::StartOrNot(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     Move(0, 0, kFullWidth, kFullHeight);
-    Shape1 = Add<Shape>(this, QStringLiteral("Shape1"), 0, 0, kFullWidth, kFullHeight);
+    AddControl(NAMED(Shape1), {0, 0, kFullWidth, kFullHeight});
     Shape1->BorderColor = 0x8C4E1F;
     Shape1->BorderWidth = 2;
 
-    Label1 = Add<Label>(this, QStringLiteral("Label1"), 300, 150, 8400, 450);
-    Label1->SetCaption(QStringLiteral(" Warning"));
+    AddLabel(NAMED(Label1), {300, 150, 8400, 450}, " Warning");
     Label1->SetForeColor(0x0000C0);
     Label1->SetFontSize(14);
-    Label2 = Add<Label>(this, QStringLiteral("Label2"), 300, 700, 8400, 1200);
-    Label2->SetCaption(QStringLiteral(
-        "You must change the setting of Regional and Language Options before using this Chinese "
-        "program; otherwise, your computer won't dispaly Chinese characters correctly."));
+    AddLabel(NAMED(Label2), {300, 700, 8400, 1200},
+             "You must change the setting of Regional and Language Options before using this "
+             "Chinese program; otherwise, your computer won't dispaly Chinese characters "
+             "correctly.");
 
-    Command1 = Add<CommandButton>(this, QStringLiteral("Command1"), 300, 2100, 2700, 450);
-    Command1->SetCaption(QStringLiteral("No, I'll do that later"));
-    Command2 = Add<CommandButton>(this, QStringLiteral("Command2"), 3150, 2100, 2700, 450);
-    Command2->SetCaption(QStringLiteral("Cancel launching"));
-    Command3 = Add<CommandButton>(this, QStringLiteral("Command3"), 6000, 2100, 2700, 450);
-    Command3->SetCaption(QStringLiteral("How to change the setting?"));
+    AddButton(NAMED(Command1), {300, 2100, 2700, 450}, "No, I'll do that later",
+              [this] { Command1_Click(); });
+    AddButton(NAMED(Command2), {3150, 2100, 2700, 450}, "Cancel launching",
+              [this] { Command2_Click(); });
+    AddButton(NAMED(Command3), {6000, 2100, 2700, 450}, "How to change the setting?",
+              [this] { Command3_Click(); });
 
-    Label4 = Add<Label>(this, QStringLiteral("Label4"), 300, kLabel4Top, 8400, 450);
-    Option1 = Add<OptionButton>(this, QStringLiteral("Option1"), 300, 3500, 1500, 350);
-    Option1->setText(QStringLiteral("Step 1"));
-    Option2 = Add<OptionButton>(this, QStringLiteral("Option2"), 2000, 3500, 1500, 350);
-    Option2->setText(QStringLiteral("Step 2"));
-    Option3 = Add<OptionButton>(this, QStringLiteral("Option3"), 3700, 3500, 1500, 350);
-    Option3->setText(QStringLiteral("Step 3"));
-    Image1 = Add<ImageBox>(this, QStringLiteral("Image1"), 300, 4000, 8400, 4200);
-    Image2 = Add<ImageBox>(this, QStringLiteral("Image2"), 300, 4000, 8400, 4200);
-    Image3 = Add<ImageBox>(this, QStringLiteral("Image3"), 300, 4000, 8400, 4200);
-    Image1->LoadPicture(QStringLiteral(":/step1.svg"));
-    Image2->LoadPicture(QStringLiteral(":/step2.svg"));
-    Image3->LoadPicture(QStringLiteral(":/step3.svg"));
+    AddLabel(NAMED(Label4), {300, kLabel4Top, 8400, 450});
+    AddOption(NAMED(Option1), {300, 3500, 1500, 350}, "Step 1", [this] { Option_Click(1); });
+    AddOption(NAMED(Option2), {2000, 3500, 1500, 350}, "Step 2", [this] { Option_Click(2); });
+    AddOption(NAMED(Option3), {3700, 3500, 1500, 350}, "Step 3", [this] { Option_Click(3); });
+    AddControl(NAMED(Image1), {300, 4000, 8400, 4200})->LoadPicture(":/step1.svg");
+    AddControl(NAMED(Image2), {300, 4000, 8400, 4200})->LoadPicture(":/step2.svg");
+    AddControl(NAMED(Image3), {300, 4000, 8400, 4200})->LoadPicture(":/step3.svg");
     Image2->hide();
     Image3->hide();
-
-    connect(Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
-    connect(Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
-    connect(Command3, &QPushButton::clicked, this, [this] { Command3_Click(); });
-    connect(Option1, &QRadioButton::clicked, this, [this] { Option_Click(1); });
-    connect(Option2, &QRadioButton::clicked, this, [this] { Option_Click(2); });
-    connect(Option3, &QRadioButton::clicked, this, [this] { Option_Click(3); });
 }
 
 void StartOrNot::fitFrame() {

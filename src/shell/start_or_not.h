@@ -23,19 +23,19 @@ public:
 
     void Form_Load() override;
 
-    Label* Label1;
-    Label* Label2;
-    Label* Label4;
-    Shape* Shape1;
-    ImageBox* Image1;
-    ImageBox* Image2;
-    ImageBox* Image3;
-    OptionButton* Option1;
-    OptionButton* Option2;
-    OptionButton* Option3;
-    CommandButton* Command1;
-    CommandButton* Command2;
-    CommandButton* Command3;
+    Label* Label1 = nullptr;
+    Label* Label2 = nullptr;
+    Label* Label4 = nullptr;
+    Shape* Shape1 = nullptr;
+    ImageBox* Image1 = nullptr;
+    ImageBox* Image2 = nullptr;
+    ImageBox* Image3 = nullptr;
+    OptionButton* Option1 = nullptr;
+    OptionButton* Option2 = nullptr;
+    OptionButton* Option3 = nullptr;
+    CommandButton* Command1 = nullptr;
+    CommandButton* Command2 = nullptr;
+    CommandButton* Command3 = nullptr;
 
     void Command1_Click();
     void Command2_Click();

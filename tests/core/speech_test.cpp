@@ -104,7 +104,7 @@ TEST_F(Speech, PlayWaveWithoutOwnerCutsTheSpeechSilently) {
     rt.app.OpenTask = 3;
     SpeakPinyin(rt, "ni3 hao3 ma0");
     env.clock.Advance(100);
-    PlayWave(rt, rt.app.AppPath + kLesson.file, 0);
+    PlayWave(rt, rt.app.AppPath + kLesson.file, OwnerTag::None);
     env.clock.RunUntilIdle();
     EXPECT_EQ(rt.app.SpeechPosition, 1);
     EXPECT_EQ(rt.app.SoundOwner, 0);
@@ -137,9 +137,9 @@ TEST_F(Speech, ReplayShowsTheToneAgainOnlyForSyllables) {
         tonesShown.clear();
         sound->Virtual()->ClearRecorded();
         rt.app.CurrentTone = "1";
-        PlayWave(rt, rt.app.AppPath + row.file, 0);
+        PlayWave(rt, rt.app.AppPath + row.file, OwnerTag::None);
         env.clock.Advance(100);
-        ReplayWave(rt, 0);
+        ReplayWave(rt, OwnerTag::None);
         env.clock.RunUntilIdle();
         EXPECT_EQ(tonesShown.size(), row.tonesAfterReplay) << row.file;
         // 100 ms, then the whole file again from its start.
@@ -152,23 +152,24 @@ TEST_F(Speech, ReplayShowsTheToneAgainOnlyForSyllables) {
 
 TEST_F(Speech, EndOfSoundGoesToTheOwnerOfTheMoment) {
     std::vector<int> calls;
-    sound->SetOwnerHandler(7, [&] { calls.push_back(7); });
-    sound->SetOwnerHandler(12, [&] { calls.push_back(12); });
-    sound->SetOwnerHandler(0, [&] { calls.push_back(0); }); // refused: 0 wants nothing
+    sound->SetOwnerHandler(OwnerTag::Alphabet1, [&] { calls.push_back(7); });
+    sound->SetOwnerHandler(OwnerTag::Vocabulary, [&] { calls.push_back(12); });
+    sound->SetOwnerHandler(OwnerTag::None, [&] { calls.push_back(0); }); // refused: wants nothing
     const QString path = rt.app.AppPath + kMa1.file;
 
-    PlayWave(rt, path, 7);
+    PlayWave(rt, path, OwnerTag::Alphabet1);
     env.clock.RunUntilIdle();
     EXPECT_EQ(calls, std::vector<int>{7});
 
-    PlayWave(rt, path, 7);
+    PlayWave(rt, path, OwnerTag::Alphabet1);
     rt.app.SoundOwner = 12; // the tag is read when the sound ends
     env.clock.RunUntilIdle();
     EXPECT_EQ(calls, (std::vector<int>{7, 12}));
 
-    sound->RemoveOwnerHandler(7); // the form has gone
-    PlayWave(rt, path, 7);
-    PlayWave(rt, path, 9); // nobody has tag 9; the first play is cut and reports nothing
+    sound->RemoveOwnerHandler(OwnerTag::Alphabet1); // the form has gone
+    PlayWave(rt, path, OwnerTag::Alphabet1);
+    // Nobody has tag 9; the first play is cut and reports nothing.
+    PlayWave(rt, path, static_cast<OwnerTag>(9));
     env.clock.RunUntilIdle();
     EXPECT_EQ(calls, (std::vector<int>{7, 12}));
 }

@@ -181,6 +181,7 @@ TEST_F(Desktop, AFullDiskLosesNoSettingAndSaysSo) {
 }
 
 TEST_F(Desktop, TheMarkerRunsOnItsTimerAndHidesAtTheEdge) {
+    bg->Timer1->SetEnabled(false); // no start chain, whose greeting would set the marker off again
     bg->ApplyScreenMode(0, false);
     rt.app.CurrentTone = QStringLiteral("3");
     bg->ShowToneCurve(QStringLiteral("3"));

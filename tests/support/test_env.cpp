@@ -1,5 +1,7 @@
 #include "support/test_env.h"
 
+#include "program/form_registry.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -10,9 +12,15 @@ TestEnv::TestEnv() {
     rt = std::make_unique<Runtime>(clock, boxes, random, files, screen);
     rt->ProgramFolder = dir.path() + u'/';
     rt->app.AppPath = rt->ProgramFolder;
+    sound = SoundSystem::CreateVirtual(clock);
+    sound->Attach(*rt);
+    RegisterProgramForms(rt->forms);
 }
 
 TestEnv::~TestEnv() {
+    // The forms go before the sound their players stand on, and both before the runtime.
+    rt->forms.DestroyAll();
+    sound.reset();
     rt.reset();
     VirtualClock::DeliverPosted();
 }

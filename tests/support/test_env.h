@@ -1,8 +1,11 @@
 #pragma once
 // What a form test needs: a runtime on the virtual clock, with scripted message boxes, a seeded
-// random generator, a fixed 1024 x 768 screen, and a data folder of its own on disk.
+// random generator, a fixed 1024 x 768 screen, silent sound on the same clock, the program's
+// forms registered by name, and a data folder of its own on disk.
 
 #include "core/runtime.h"
+#include "core/speech.h"
+#include "support/faulty_file_store.h"
 
 #include <QTemporaryDir>
 #include <memory>
@@ -23,6 +26,8 @@ struct TestEnv {
     SeededRandom random{12345};
     FaultyFileStore files;
     FixedScreenInfo screen;
+    // What is "played" can be read back: sound->Virtual()->Recorded().
+    std::unique_ptr<SoundSystem> sound;
     std::unique_ptr<Runtime> rt;
 };
 

@@ -1,5 +1,5 @@
 #pragma once
-// Builds the program's real services and starts the start chain.
+// Builds the program's real services, registers its forms and starts the start chain.
 
 namespace vt {
 class Application;

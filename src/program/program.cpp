@@ -1,8 +1,9 @@
-#include "shell/program.h"
+#include "program/program.h"
 
 #include "core/runtime.h"
 #include "core/speech.h"
 #include "platform/application.h"
+#include "program/form_registry.h"
 #include "shell/start_or_not.h"
 
 #include <QDir>
@@ -18,6 +19,7 @@ int RunProgram(Application& app) {
     Runtime rt(time, boxes, random, files, screen);
     rt.ProgramFolder = QDir(QCoreApplication::applicationDirPath()).absolutePath() + u'/';
     rt.forms.OnLastUnloaded = [] { QCoreApplication::quit(); };
+    RegisterProgramForms(rt.forms);
     // A sound server that is given 10 ms buffers under-runs on a busy machine and the voice
     // breaks up; 60 ms of server latency keeps it whole and is not heard as a delay.
     if (!qEnvironmentVariableIsSet("PULSE_LATENCY_MSEC")) qputenv("PULSE_LATENCY_MSEC", "60");
