@@ -40,6 +40,13 @@ void Forms::Register(const QString& name, Loader loader) {
     loaders_[name] = std::move(loader);
 }
 
+QStringList Forms::Registered() const {
+    QStringList names;
+    for (const auto& [name, loader] : loaders_)
+        names << name;
+    return names;
+}
+
 Form* Forms::LoadByName(const QString& name) {
     if (Form* f = Find(name)) return f;
     auto it = loaders_.find(name);

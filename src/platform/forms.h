@@ -56,6 +56,7 @@ public:
     using Loader = std::function<Form*()>;
     void Register(const QString& name, Loader loader);
     bool IsRegistered(const QString& name) const { return loaders_.count(name) > 0; }
+    QStringList Registered() const;
     // The loaded form of that name, else the form loaded through its loader; null when the name
     // is not registered or the form's load handler gave up.
     Form* LoadByName(const QString& name);

@@ -1,5 +1,5 @@
-// Writing files so that a failed or interrupted save loses nothing, and reading without ever
-// waiting on something that is not a file.
+// Files found whatever the case of their names, writing files so that a failed or interrupted
+// save loses nothing, and reading without ever waiting on something that is not a file.
 #include "platform/files.h"
 #include "support/record_files.h"
 
@@ -16,6 +16,29 @@ namespace {
 using test::RunRecordWriter;
 
 using Folder = test::ScratchFolder;
+
+TEST(FileReads, NamesAreFoundWhateverTheirCase) {
+    QTemporaryDir dir;
+    const QString root = dir.path() + u'/';
+    QDir().mkpath(root + "Sound");
+    QFile f(root + "Sound/right.wav");
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("RIFF");
+    f.close();
+
+    FileStore files;
+    EXPECT_TRUE(files.Exists(root + "Sound\\right.WAV"));
+    EXPECT_TRUE(files.Exists(root + "SOUND/Right.wav"));
+    EXPECT_FALSE(files.Exists(root + "Sound")) << "a folder is no file";
+    EXPECT_FALSE(files.Exists(root + "Sound/wrong.WAV"));
+    EXPECT_EQ(files.ReadAll(root + "sound\\RIGHT.WAV").value_or(""), "RIFF");
+
+    // Writing under another case replaces the file that is there: no second one appears.
+    ASSERT_TRUE(files.WriteAll(root + "SOUND/RIGHT.WAV", "WAVE"));
+    EXPECT_EQ(QDir(root + "Sound").entryList(QDir::Files), QStringList{"right.wav"});
+    EXPECT_EQ(files.ReadAll(root + "Sound/right.wav").value_or(""), "WAVE");
+    EXPECT_EQ(QDir(root).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{"Sound"});
+}
 
 TEST(FileWrites, AWriteStoppedByTheSizeLimitKeepsTheOldFileAndLeavesNothing) {
     struct Row {

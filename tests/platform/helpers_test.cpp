@@ -56,8 +56,3 @@ TEST(Helpers, Array1CountsFromOneAndKeepsRowsOnGrowth) {
     EXPECT_EQ(a[1], 0);
     EXPECT_THROW(a.at(2), std::out_of_range);
 }
-
-TEST(Helpers, ColoursAreBlueGreenRed) {
-    EXPECT_EQ(BgrToRgb(0x0000FF), 0xFF0000u);
-    EXPECT_EQ(BgrToRgb(0x808080), 0x808080u);
-}

@@ -69,15 +69,6 @@ TEST(ToneMarker, TheThirdToneTurnsAtTheMiddle) {
     EXPECT_EQ(tops.back() - tops[tops.size() - 2], -steps.deep);
 }
 
-TEST(ToneMarker, CaptionsByTone) {
-    EXPECT_EQ(ToneCurveStart("0", 1000, 100, 10, 10).caption, u"Light tone");
-    EXPECT_EQ(ToneCurveStart("1", 1000, 100, 10, 10).caption, u"The 1st tone");
-    EXPECT_EQ(ToneCurveStart("2", 1000, 100, 10, 10).caption, u"The 2nd tone");
-    EXPECT_EQ(ToneCurveStart("3", 1000, 100, 10, 10).caption, u"The 3rd tone");
-    EXPECT_EQ(ToneCurveStart("", 1000, 100, 10, 10).caption, u"The 4th tone");
-    EXPECT_EQ(ToneCurveStart("", 1000, 100, 10, 10).left, -10);
-}
-
 QDateTime at(int y, int mo, int d, int h, int mi, int offsetHours) {
     return QDateTime(QDate(y, mo, d), QTime(h, mi), QTimeZone(offsetHours * 3600));
 }

@@ -88,12 +88,11 @@ QStringList ScriptLinesOf(test::TestEnv& env, const QString& relative, const cha
     return QStringList(lines.begin(), lines.end());
 }
 
-TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
-    if (!SpeechAvailable()) GTEST_SKIP() << "espeak-ng is not installed: no recordings can be made";
+// Builds the small course into the test's data folder, with or without its recordings.
+void BuildSmallCourse(test::TestEnv& env, bool audio) {
     SourceFolder src;
     WriteSmallCourse(src);
     const Course course = ReadOk(src);
-    test::TestEnv env;
     Lexicon lexicon;
     lexicon.LoadFromTexts(
         QStringLiteral("請坐 请坐 [qing3 zuo4] /please sit down/\n"
@@ -105,10 +104,16 @@ TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
         QStringLiteral("王\t5\t5\n很\t4\t4\n"));
     BuildOptions options;
     options.outDir = env.dir.path();
+    options.audio = audio;
     options.wholeSyllableTable = false;
     BuildReport report;
     ASSERT_TRUE(BuildCourse(course, lexicon, options, env.files, report))
         << report.errors.join(u'\n').toStdString();
+}
+
+TEST(CoursepackBuild, ScriptFilesReadBackThroughTheProgramsReaders) {
+    test::TestEnv env;
+    ASSERT_NO_FATAL_FAILURE(BuildSmallCourse(env, false));
 
     // Titles, lesson words, vocabulary and sentences as the knowledge base loads them.
     LoadProgress progress;
@@ -158,6 +163,12 @@ TEST(CoursepackBuild, EveryFileReadsBackThroughTheProgramsReaders) {
     EXPECT_EQ(ScriptLinesOf(env, QStringLiteral("Spoken/Script1.zvk"), "SP"),
               (QStringList{"xi.e4 xi.e0", "谢谢。", "Thank you."}));
     EXPECT_EQ(env.boxes.Count(), 0);
+}
+
+TEST(CoursepackBuild, RecordingsAndTracksReadBackThroughTheProgramsDecoder) {
+    if (!SpeechAvailable()) GTEST_SKIP() << "espeak-ng is not installed: no recordings can be made";
+    test::TestEnv env;
+    ASSERT_NO_FATAL_FAILURE(BuildSmallCourse(env, true));
 
     // Recordings: one per sentence of the text, per dialog sentence, the farewell, every
     // syllable used (a neutral one as its first tone), the number symbols and the verdicts.
