@@ -8,6 +8,7 @@
 #include "core/runtime.h"
 #include "core/script_file.h"
 #include "course_generator.h"
+#include "support/char_table_reference.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -145,7 +146,7 @@ int main(int argc, char** argv) {
     const Array1<CharEntry> indexed = kb.CharTable;
     LoadProgress progress;
     const double s0 = nowMs();
-    BuildCharTableByScanning(*kept->rt, progress);
+    test::BuildCharTableByScanning(*kept->rt, progress);
     const double scanMs = nowMs() - s0;
     const bool same = sameTable(indexed, kb.CharTable);
 

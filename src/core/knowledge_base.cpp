@@ -60,18 +60,17 @@ bool sameReading(const CharReading& r, const WordSyllable& s) {
     return r.Tone == s.ToneDigit && r.Pinyin == s.Letters;
 }
 
-// Adds the readings of one word to CharTable. findRow gives the row of a character or 0 and
-// addRow is told of each new row, so the indexed and the scanning build share everything else.
-template <class FindRow, class AddRow>
+// Adds the readings of one word to CharTable; rowOf holds the row of each character met so far
+// (by its UTF-16 code unit, 0 when not met yet).
 void addWord(AppState& app, const QString& chinese, const QString& pinyin,
-             std::vector<WordSyllable>& syllables, FindRow&& findRow, AddRow&& addRow) {
+             std::vector<WordSyllable>& syllables, std::vector<int16_t>& rowOf) {
     CutWordSyllables(pinyin, syllables);
     const QString chars = StripPunctuation(chinese);
     if (chars.size() != static_cast<qsizetype>(syllables.size())) return;
     for (qsizetype i = 0; i < chars.size(); ++i) {
         const QChar c = chars[i];
         const WordSyllable& s = syllables[static_cast<size_t>(i)];
-        const int row = findRow(c);
+        const int row = rowOf[c.unicode()];
         if (row > 0) {
             CharEntry& entry = app.CharTable[row];
             const bool known = std::any_of(entry.Readings.begin(), entry.Readings.end(),
@@ -87,20 +86,8 @@ void addWord(AppState& app, const QString& chinese, const QString& pinyin,
             entry.Readings.Append(MakeReading(s));
             app.CharTable.Append(std::move(entry));
             app.CharCount = static_cast<int16_t>(app.CharTable.Count());
-            addRow(c, app.CharTable.Count());
+            rowOf[c.unicode()] = app.CharCount;
         }
-    }
-}
-
-template <class FindRow, class AddRow>
-void buildCharTable(Runtime& rt, LoadProgress& progress, FindRow&& findRow, AddRow&& addRow) {
-    AppState& app = rt.app;
-    app.CharTable.Erase();
-    app.CharCount = 0;
-    std::vector<WordSyllable> syllables; // reused from word to word
-    for (int w = 1; w <= app.WordCount; ++w) {
-        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, findRow, addRow);
-        progress.Step(CharacterBar);
     }
 }
 
@@ -215,23 +202,15 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
 }
 
 void BuildCharTable(Runtime& rt, LoadProgress& progress) {
-    // Row of each UTF-16 code unit in CharTable, 0 when not met yet.
+    AppState& app = rt.app;
+    app.CharTable.Erase();
+    app.CharCount = 0;
     std::vector<int16_t> rowOf(0x10000, 0);
-    buildCharTable(
-        rt, progress, [&](QChar c) { return static_cast<int>(rowOf[c.unicode()]); },
-        [&](QChar c, int row) { rowOf[c.unicode()] = static_cast<int16_t>(row); });
-}
-
-void BuildCharTableByScanning(Runtime& rt, LoadProgress& progress) {
-    const AppState& app = rt.app;
-    buildCharTable(
-        rt, progress,
-        [&](QChar c) {
-            for (int row = 1; row <= app.CharCount; ++row)
-                if (app.CharTable[row].Character == c) return row;
-            return 0;
-        },
-        [](QChar, int) {});
+    std::vector<WordSyllable> syllables; // reused from word to word
+    for (int w = 1; w <= app.WordCount; ++w) {
+        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, rowOf);
+        progress.Step(CharacterBar);
+    }
 }
 
 void LoadKnowledgeBase(Runtime& rt, LoadProgress& progress) {

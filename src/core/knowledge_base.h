@@ -56,11 +56,6 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress);
 // words times distinct characters.
 void BuildCharTable(Runtime& rt, LoadProgress& progress);
 
-// The same table built the plain way, by searching CharTable row by row for every character.
-// Gives exactly what BuildCharTable gives; kept as the reference it is measured and checked
-// against.
-void BuildCharTableByScanning(Runtime& rt, LoadProgress& progress);
-
 // All three stages in their order.
 void LoadKnowledgeBase(Runtime& rt, LoadProgress& progress);
 

@@ -7,10 +7,7 @@
 
 namespace vt {
 
-namespace {
-
-// Sets up a player as the desktop does at load.
-void setUpPlayer(MMControl* c, bool notify) {
+void SetUpWavePlayer(MMControl* c, bool notify) {
     c->SetNotify(notify);
     c->SetWait(false);
     c->SetShareable(false);
@@ -18,15 +15,13 @@ void setUpPlayer(MMControl* c, bool notify) {
     c->SetTimeFormat(0);
 }
 
-} // namespace
-
 SoundSystem::SoundSystem(std::unique_ptr<AudioOutput> output)
     : output_(std::move(output)), owner_(std::make_unique<QObject>()) {
     cache_ = std::make_unique<SoundCache>(Engine().Rate(), Engine().Channels());
     MMControl1 = NewControl(owner_.get(), QStringLiteral("MMControl1"));
     MMControl2 = NewControl(owner_.get(), QStringLiteral("MMControl2"));
-    setUpPlayer(MMControl1, false);
-    setUpPlayer(MMControl2, true);
+    SetUpWavePlayer(MMControl1, false);
+    SetUpWavePlayer(MMControl2, true);
     QObject::connect(MMControl1, &MMControl::Done, owner_.get(),
                      [this](int code) { soundDone(code); });
     QObject::connect(MMControl2, &MMControl::Done, owner_.get(), [this](int code) {

@@ -83,6 +83,10 @@ private:
     std::map<int16_t, std::function<void()>> speechEnd_;
 };
 
+// Sets up a player of wave files as the desktop sets up its two: notification as given, no
+// waiting, not shared, times in milliseconds.
+void SetUpWavePlayer(MMControl* player, bool notify);
+
 // Plays path on MMControl1 for the owner tag (None: nobody waits for the end).
 void PlayWave(Runtime& rt, const QString& path, OwnerTag tag);
 // Plays the open file again from its start for the owner tag.

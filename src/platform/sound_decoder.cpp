@@ -1,6 +1,7 @@
 #include "platform/sound_decoder.h"
 
 #include "platform/files.h"
+#include "platform/memory_sound_file.h"
 
 #include <QFileInfo>
 #include <SDL.h>
@@ -43,44 +44,6 @@ bool looksLikeMp3(const char* data, size_t size) {
     return layer != 0 && bitrate != 0 && bitrate != 15 && rate != 3;
 }
 
-// libsndfile reads from our buffer; it never writes.
-struct MemoryFile {
-    const char* data;
-    sf_count_t size;
-    sf_count_t pos = 0;
-};
-
-sf_count_t memLength(void* user) {
-    return static_cast<MemoryFile*>(user)->size;
-}
-sf_count_t memSeek(sf_count_t offset, int whence, void* user) {
-    auto* f = static_cast<MemoryFile*>(user);
-    sf_count_t base = whence == SEEK_CUR ? f->pos : whence == SEEK_END ? f->size : 0;
-    sf_count_t to = base + offset;
-    if (to < 0) to = 0;
-    if (to > f->size) to = f->size;
-    f->pos = to;
-    return f->pos;
-}
-sf_count_t memRead(void* out, sf_count_t count, void* user) {
-    auto* f = static_cast<MemoryFile*>(user);
-    if (count <= 0) return 0;
-    const sf_count_t n = std::min(count, f->size - f->pos);
-    if (n <= 0) return 0;
-    std::memcpy(out, f->data + f->pos, size_t(n));
-    f->pos += n;
-    return n;
-}
-sf_count_t memWrite(const void*, sf_count_t, void*) {
-    return 0;
-}
-sf_count_t memTell(void* user) {
-    return static_cast<MemoryFile*>(user)->pos;
-}
-
-struct SndCloser {
-    void operator()(SNDFILE* f) const { sf_close(f); }
-};
 struct StreamFreer {
     void operator()(SDL_AudioStream* s) const { SDL_FreeAudioStream(s); }
 };
@@ -186,14 +149,12 @@ std::shared_ptr<const Clip> DecodeSound(const QByteArray& bytes, int rate, int c
         return nullptr;
     }
 
-    MemoryFile file{data, sf_count_t(size)};
-    SF_VIRTUAL_IO io{memLength, memSeek, memRead, memWrite, memTell};
-    SF_INFO info{};
-    std::unique_ptr<SNDFILE, SndCloser> sf(sf_open_virtual(&io, SFM_READ, &info, &file));
-    if (!sf) {
-        setError(error, QString::fromUtf8(sf_strerror(nullptr)));
+    MemorySoundFile file(bytes);
+    if (!file.IsOpen()) {
+        setError(error, file.Error());
         return nullptr;
     }
+    const SF_INFO& info = file.Info();
     if (info.channels < 1 || info.channels > kMaxChannels || info.samplerate < kMinSampleRate ||
         info.samplerate > kMaxSampleRate) {
         setError(error,
@@ -231,7 +192,7 @@ std::shared_ptr<const Clip> DecodeSound(const QByteArray& bytes, int rate, int c
 
     std::vector<float> chunk(size_t(kChunkFrames) * size_t(info.channels));
     for (;;) {
-        const sf_count_t got = sf_readf_float(sf.get(), chunk.data(), kChunkFrames);
+        const sf_count_t got = file.ReadFrames(chunk.data(), kChunkFrames);
         if (got <= 0) break;
         clip->sourceFrames += got;
         if (clip->sourceFrames > maxSourceFrames) {

@@ -83,13 +83,8 @@ Background::~Background() {
 
 void Background::Form_Load() {
     if (rt.sound) {
-        for (MMControl* player : {rt.sound->MMControl1, rt.sound->MMControl2}) {
-            player->SetNotify(player == rt.sound->MMControl2);
-            player->SetWait(false);
-            player->SetShareable(false);
-            player->SetDeviceType(QStringLiteral("WaveAudio"));
-            player->SetTimeFormat(0);
-        }
+        SetUpWavePlayer(rt.sound->MMControl1, false);
+        SetUpWavePlayer(rt.sound->MMControl2, true);
     }
     rt.app.AppPath = rt.ProgramFolder;
     // A save that was cut off (the program killed, the power gone) may have left its temporary

@@ -43,6 +43,15 @@ StartOrNot::StartOrNot(Runtime& runtime) : AppForm(runtime, kName, Border::None)
     Image3->hide();
 }
 
+QString StartOrNot::CheckText() const {
+    return QStringLiteral("时");
+}
+
+bool StartOrNot::TextCheckPasses() const {
+    const QString text = CheckText();
+    return !text.isEmpty() && text.at(0).unicode() == 26102;
+}
+
 void StartOrNot::fitFrame() {
     PlaceTwips(Shape1, 0, 0, Width(), Height());
 }

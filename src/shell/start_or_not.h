@@ -8,18 +8,15 @@
 
 namespace vt {
 
-class StartOrNot final : public AppForm {
+class StartOrNot : public AppForm {
     Q_OBJECT
 public:
     static constexpr const char* kName = "StartOrNot";
     explicit StartOrNot(Runtime& rt);
 
-    // The text whose first character must have the code 26102 ("时"). A test may replace it to
-    // reach the warning.
-    static inline QString CheckLiteral = QStringLiteral("时");
-    static bool TextCheckPasses() {
-        return !CheckLiteral.isEmpty() && CheckLiteral.at(0).unicode() == 26102;
-    }
+    // True when the program's text comes through as Unicode: the first character of CheckText
+    // has the code 26102 ("时").
+    bool TextCheckPasses() const;
 
     void Form_Load() override;
 
@@ -41,6 +38,10 @@ public:
     void Command2_Click();
     void Command3_Click();
     void Option_Click(int step);
+
+protected:
+    // The text written into the program as "时".
+    virtual QString CheckText() const;
 
 private:
     void fitFrame();

@@ -2,6 +2,7 @@
 
 #include "../../bench/course_generator.h"
 #include "core/script_file.h"
+#include "support/char_table_reference.h"
 #include "support/test_env.h"
 
 #include <gtest/gtest.h>
@@ -245,7 +246,7 @@ TEST(KnowledgeBase, IndexedBuildGivesExactlyTheScanningResult) {
     LoadProgress progress;
     LoadTitles(*env.rt, progress);
     LoadWordsAndSentences(*env.rt, progress);
-    BuildCharTableByScanning(*env.rt, progress);
+    test::BuildCharTableByScanning(*env.rt, progress);
     const QStringList scanned = dumpCharTable(env.rt->app);
     BuildCharTable(*env.rt, progress);
     const QStringList indexed = dumpCharTable(env.rt->app);

@@ -1,5 +1,7 @@
 #include "audio.h"
 
+#include "platform/memory_sound_file.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -305,49 +307,17 @@ QByteArray EncodeMp3(const Pcm& pcm, QString* error) {
     return in.readAll();
 }
 
-namespace {
-struct MemoryFile {
-    const QByteArray* bytes;
-    sf_count_t pos = 0;
-};
-sf_count_t vLength(void* u) {
-    return static_cast<MemoryFile*>(u)->bytes->size();
-}
-sf_count_t vSeek(sf_count_t off, int whence, void* u) {
-    auto* m = static_cast<MemoryFile*>(u);
-    sf_count_t base = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? m->pos : m->bytes->size();
-    m->pos = std::clamp<sf_count_t>(base + off, 0, m->bytes->size());
-    return m->pos;
-}
-sf_count_t vRead(void* ptr, sf_count_t count, void* u) {
-    auto* m = static_cast<MemoryFile*>(u);
-    const sf_count_t n = std::min<sf_count_t>(count, m->bytes->size() - m->pos);
-    std::memcpy(ptr, m->bytes->constData() + m->pos, static_cast<size_t>(n));
-    m->pos += n;
-    return n;
-}
-sf_count_t vWrite(const void*, sf_count_t, void*) {
-    return 0;
-}
-sf_count_t vTell(void* u) {
-    return static_cast<MemoryFile*>(u)->pos;
-}
-} // namespace
-
 Pcm DecodeSoundFile(const QByteArray& bytes) {
     Pcm pcm;
-    MemoryFile mem{&bytes};
-    SF_VIRTUAL_IO io{vLength, vSeek, vRead, vWrite, vTell};
-    SF_INFO info{};
-    SNDFILE* f = sf_open_virtual(&io, SFM_READ, &info, &mem);
-    if (!f) return pcm;
-    pcm.rate = info.samplerate;
-    std::vector<float> buf(4096 * static_cast<size_t>(std::max(1, info.channels)));
+    MemorySoundFile file(bytes);
+    if (!file.IsOpen()) return pcm;
+    const int channels = std::max(1, file.Info().channels);
+    pcm.rate = file.Info().samplerate;
+    std::vector<float> buf(4096 * static_cast<size_t>(channels));
     sf_count_t got;
-    while ((got = sf_readf_float(f, buf.data(), 4096)) > 0)
+    while ((got = file.ReadFrames(buf.data(), 4096)) > 0)
         for (sf_count_t i = 0; i < got; ++i)
-            pcm.samples.push_back(buf[static_cast<size_t>(i * info.channels)]);
-    sf_close(f);
+            pcm.samples.push_back(buf[static_cast<size_t>(i * channels)]);
     return pcm;
 }
 
