@@ -95,7 +95,8 @@ void ShowToneCurve(Runtime& rt, const QString& tone) {
 
 namespace {
 
-// Steps 4 to 6 of a play: notification, owner, start.
+// Starts the open file for an owner: its end is notified only when someone waits for it, and the
+// owner is noted before the sound begins, so that its end finds it.
 void startPlay(Runtime& rt, MMControl* player, OwnerTag tag) {
     player->SetNotify(tag != OwnerTag::None);
     rt.app.SoundOwner = static_cast<int16_t>(tag);
