@@ -2,6 +2,7 @@
 //
 //   coursepack --course <course dir> --out <data folder> [--npm <dir with node_modules>]
 //              [--check-only] [--no-audio] [--jobs N]
+//   coursepack --course <course dir> --npm <dir> --readings
 //
 // Faults in the sources are printed as "file:line: reason", and nothing is built.
 
@@ -36,6 +37,23 @@ qint64 folderBytes(const QString& dir, int* count) {
     }
     return total;
 }
+// Every spoken sentence as "file:line<tab>Chinese<tab>Pinyin", for a writer of lessons to hear
+// with the eyes how the voice will read the text.
+int printReadings(const Course& course, const QString& npmDir) {
+    Lexicon lexicon;
+    QString error;
+    if (npmDir.isEmpty() || !lexicon.Load(QDir(npmDir).absolutePath(), &error)) {
+        print(QStringLiteral("coursepack: --readings needs the dictionary: ") +
+                  (error.isEmpty() ? QStringLiteral("give --npm <dir>") : error),
+              stderr);
+        return 2;
+    }
+    AddCourseReadings(lexicon, course);
+    for (const SpokenText& t : SpokenTexts(course))
+        print(t.place.Text() + u'\t' + t.chinese.trimmed() + u'\t' +
+              lexicon.ToSpokenPinyin(t.chinese));
+    return 0;
+}
 } // namespace
 
 int main(int argc, char** argv) {
@@ -59,10 +77,13 @@ int main(int argc, char** argv) {
                                       QStringLiteral("Only read and check the sources."));
     const QCommandLineOption noAudioOpt(QStringLiteral("no-audio"),
                                         QStringLiteral("Make no recordings or tracks."));
+    const QCommandLineOption readingsOpt(
+        QStringLiteral("readings"),
+        QStringLiteral("Print the Pinyin every spoken sentence is read with, build nothing."));
     const QCommandLineOption jobsOpt(QStringLiteral("jobs"),
                                      QStringLiteral("Speech processes at a time."),
                                      QStringLiteral("n"), QStringLiteral("2"));
-    cli.addOptions({courseOpt, outOpt, npmOpt, checkOpt, noAudioOpt, jobsOpt});
+    cli.addOptions({courseOpt, outOpt, npmOpt, checkOpt, noAudioOpt, readingsOpt, jobsOpt});
     cli.process(app);
 
     QElapsedTimer clock;
@@ -83,6 +104,7 @@ int main(int argc, char** argv) {
         print(QStringLiteral("coursepack: the sources are fine"));
         return 0;
     }
+    if (cli.isSet(readingsOpt)) return printReadings(course, cli.value(npmOpt));
     if (!cli.isSet(outOpt)) {
         print(QStringLiteral("coursepack: --out <data folder> is needed"), stderr);
         return 2;
