@@ -2,7 +2,7 @@
 //
 //   coursepack --course <course dir> --out <data folder> [--npm <dir with node_modules>]
 //              [--check-only] [--no-audio] [--jobs N]
-//   coursepack --course <course dir> --npm <dir> --readings
+//   coursepack --course <course dir> --npm <dir> --readings [sentence ...]
 //
 // Faults in the sources are printed as "file:line: reason", and nothing is built.
 
@@ -37,9 +37,9 @@ qint64 folderBytes(const QString& dir, int* count) {
     }
     return total;
 }
-// Every spoken sentence as "file:line<tab>Chinese<tab>Pinyin", for a writer of lessons to hear
-// with the eyes how the voice will read the text.
-int printReadings(const Course& course, const QString& npmDir) {
+// Every spoken sentence of the course as "file:line<tab>Chinese<tab>Pinyin", or the sentences
+// given as "Chinese<tab>Pinyin": a writer of lessons sees how the voice will read a text.
+int printReadings(const Course& course, const QString& npmDir, const QStringList& sentences) {
     Lexicon lexicon;
     QString error;
     if (npmDir.isEmpty() || !lexicon.Load(QDir(npmDir).absolutePath(), &error)) {
@@ -49,6 +49,9 @@ int printReadings(const Course& course, const QString& npmDir) {
         return 2;
     }
     AddCourseReadings(lexicon, course);
+    for (const QString& s : sentences)
+        print(s + u'\t' + lexicon.ToSpokenPinyin(s));
+    if (!sentences.isEmpty()) return 0;
     for (const SpokenText& t : SpokenTexts(course))
         print(t.place.Text() + u'\t' + t.chinese.trimmed() + u'\t' +
               lexicon.ToSpokenPinyin(t.chinese));
@@ -84,6 +87,10 @@ int main(int argc, char** argv) {
                                      QStringLiteral("Speech processes at a time."),
                                      QStringLiteral("n"), QStringLiteral("2"));
     cli.addOptions({courseOpt, outOpt, npmOpt, checkOpt, noAudioOpt, readingsOpt, jobsOpt});
+    cli.addPositionalArgument(QStringLiteral("sentence"),
+                              QStringLiteral("With --readings: sentences to read instead of the "
+                                             "course's."),
+                              QStringLiteral("[sentence ...]"));
     cli.process(app);
 
     QElapsedTimer clock;
@@ -104,7 +111,8 @@ int main(int argc, char** argv) {
         print(QStringLiteral("coursepack: the sources are fine"));
         return 0;
     }
-    if (cli.isSet(readingsOpt)) return printReadings(course, cli.value(npmOpt));
+    if (cli.isSet(readingsOpt))
+        return printReadings(course, cli.value(npmOpt), cli.positionalArguments());
     if (!cli.isSet(outOpt)) {
         print(QStringLiteral("coursepack: --out <data folder> is needed"), stderr);
         return 2;
