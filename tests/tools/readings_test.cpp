@@ -18,6 +18,12 @@ struct ReadingCase {
     const char* pinyin;
 };
 
+template <size_t N> void ExpectReadings(const Lexicon& lexicon, const ReadingCase (&cases)[N]) {
+    for (const ReadingCase& c : cases)
+        EXPECT_EQ(lexicon.ToSpokenPinyin(QString::fromUtf8(c.text)).toStdString(), c.pinyin)
+            << c.text;
+}
+
 class CourseReadings : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -35,12 +41,6 @@ protected:
         if (!lexicon_)
             GTEST_SKIP() << "the dictionary is not fetched into build/npm or the course does not "
                             "read; run scripts/fetch_course_data.sh";
-    }
-
-    template <size_t N> static void ExpectReadings(const ReadingCase (&cases)[N]) {
-        for (const ReadingCase& c : cases)
-            EXPECT_EQ(lexicon_->ToSpokenPinyin(QString::fromUtf8(c.text)).toStdString(), c.pinyin)
-                << c.text;
     }
 
     static inline std::unique_ptr<Lexicon> lexicon_;
@@ -68,7 +68,7 @@ TEST_F(CourseReadings, APhraseIsReadByTheWordsItIsMadeOf) {
         {"我睡不着", "wo3 shui4 bu4 zhao2"},
         {"这件事我做不了", "zhe4 jian4 shi4 wo3 zuo4 bu4 liao3"},
     };
-    ExpectReadings(cases);
+    ExpectReadings(*lexicon_, cases);
 }
 
 // Dictionary words that longest match read right and that two frequent characters, a course
@@ -93,7 +93,7 @@ TEST_F(CourseReadings, WordsThatWereReadRightStayRight) {
          "an1 na4, shuo1 zhong1 wen2 ba5. wo3 men5 dou1 shi4 lai2 zhong1 guo2 xue2 zhong1 wen2 "
          "de5."},
     };
-    ExpectReadings(cases);
+    ExpectReadings(*lexicon_, cases);
 }
 
 // The rules that do not come from the counts, on a dictionary written here.
@@ -119,9 +119,34 @@ TEST(SpokenReadings, NumbersParticlesAndCountsDecideTheCut) {
         {"穿着", "chuan1 zhe5"}, // a common word, but 着 is no zhuó after a verb
         {"睡不着，不了", "shui4 bu4 zhao2, bu4 liao3"},
     };
-    for (const ReadingCase& c : cases)
-        EXPECT_EQ(lexicon.ToSpokenPinyin(QString::fromUtf8(c.text)).toStdString(), c.pinyin)
-            << c.text;
+    ExpectReadings(lexicon, cases);
+}
+
+// 一 and 不 as spoken, the way the lessons write them, except where 一 counts or orders.
+TEST(SpokenReadings, OneAndNotChangeTheirToneBeforeAnotherSyllable) {
+    Lexicon lexicon;
+    QString cedict;
+    for (const char* entry :
+         {"一 [yi1]", "不 [bu4]", "是 [shi4]", "要 [yao4]", "个 [ge4]", "斤 [jin1]", "第 [di4]",
+          "次 [ci4]", "十 [shi2]", "月 [yue4]", "号 [hao4]", "大 [da4]", "百 [bai3]", "九 [jiu3]",
+          "星期 [xing1 qi1]", "了 [le5]", "来 [lai2]", "年级 [nian2 ji2]", "年 [nian2]"}) {
+        const QString e = QString::fromUtf8(entry);
+        const QString word = e.section(u' ', 0, 0);
+        cedict += word + u' ' + e + QStringLiteral(" /x/\n");
+    }
+    lexicon.LoadFromTexts(cedict, QString(), QString());
+    const ReadingCase cases[] = {
+        {"不是，不来", "bu2 shi4, bu4 lai2"},                 // bú only before a fourth tone
+        {"要不要", "yao4 bu2 yao4"},                          // also between a doubled verb
+        {"一个，一斤，一年", "yi2 ge4, yi4 jin1, yi4 nian2"}, // yí before the fourth, else yì
+        {"一百", "yi4 bai3"}, // 百, 千 and 万 after it change it too
+        {"第一次，十一，一九", "di4 yi1 ci4, shi2 yi1, yi1 jiu3"}, // ordinal and digits keep yī
+        {"十月一号，星期一来", "shi2 yue4 yi1 hao4, xing1 qi1 yi1 lai2"},
+        {"大一号，一年级", "da4 yi2 hao4, yi1 nian2 ji2"},
+        {"一，不", "yi1, bu4"}, // nothing follows: nothing changes
+        {"不了", "bu4 liao3"},  // liǎo is no fourth tone
+    };
+    ExpectReadings(lexicon, cases);
 }
 
 } // namespace

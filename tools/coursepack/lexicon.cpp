@@ -342,6 +342,46 @@ std::vector<Lexicon::Piece> Lexicon::segment(QStringView run) const {
     return out;
 }
 
+namespace {
+
+// One syllable of a run of characters and the character it reads (-1 when the word's syllables
+// do not pair with its characters).
+struct Syllable {
+    qsizetype at;
+    QString numeric;
+};
+
+int toneOf(const QString& numeric) {
+    return numeric.isEmpty() || !numeric.back().isDigit() ? -1 : numeric.back().digitValue();
+}
+
+// 一 and 不 change their tone before another syllable, as the lessons write them: 不 is bú before
+// a fourth tone, 一 is yí before a fourth tone and yì before the others. 一 keeps its own tone
+// where it counts or orders: in a number (十一, 一九九八, but 一百 is yì bǎi), after 第 and 星期
+// (第一次, 星期一), and before 月, 号, 楼, 班 and 年级 (一月一号, 一年级; but 大一号 is a size
+// larger). Before a neutral tone nothing changes.
+void changeTones(QStringView run, std::vector<Syllable>& syllables) {
+    auto at = [&](qsizetype i) { return i >= 0 && i < run.size() ? run[i] : QChar(); };
+    for (size_t k = 0; k + 1 < syllables.size(); ++k) {
+        Syllable& s = syllables[k];
+        const int next = toneOf(syllables[k + 1].numeric);
+        if (s.at < 0 || next < 1) continue;
+        if (s.numeric == QStringLiteral("bu4") && at(s.at) == u'不') {
+            if (next == 4) s.numeric = QStringLiteral("bu2");
+            continue;
+        }
+        if (s.numeric != QStringLiteral("yi1") || at(s.at) != u'一') continue;
+        const QChar before = at(s.at - 1), after = at(s.at + 1);
+        if (isNumeral(before) || before == u'第' || before == u'期') continue;
+        if (QStringView(u"零〇一二三四五六七八九十两月楼班").contains(after)) continue;
+        if (after == u'号' && before != u'大' && before != u'小') continue;
+        if (after == u'年' && at(s.at + 2) == u'级') continue;
+        s.numeric = next == 4 ? QStringLiteral("yi2") : QStringLiteral("yi4");
+    }
+}
+
+} // namespace
+
 QString Lexicon::ToSpokenPinyin(const QString& text, int* unknown) const {
     QStringList out;
     int missing = 0;
@@ -363,12 +403,21 @@ QString Lexicon::ToSpokenPinyin(const QString& text, int* unknown) const {
         qsizetype end = i;
         while (end < text.size() && !text[end].isSpace() && !isPunctuation(text[end]))
             ++end;
-        for (const Piece& p : segment(QStringView(text).mid(i, end - i))) {
+        const QStringView run = QStringView(text).mid(i, end - i);
+        std::vector<Syllable> syllables;
+        qsizetype at = 0;
+        for (const Piece& p : segment(run)) {
             if (p.reading.isEmpty()) ++missing;
-            for (QString s : p.reading.split(u' ', Qt::SkipEmptyParts)) {
-                if (s.back() == u'0') s.back() = u'5';
-                out << s;
-            }
+            const QStringList read = p.reading.split(u' ', Qt::SkipEmptyParts);
+            const bool paired = read.size() == p.text.size();
+            for (qsizetype k = 0; k < read.size(); ++k)
+                syllables.push_back({paired ? at + k : -1, read[k]});
+            at += p.text.size();
+        }
+        changeTones(run, syllables);
+        for (Syllable& s : syllables) {
+            if (s.numeric.back() == u'0') s.numeric.back() = u'5';
+            out << s.numeric;
         }
         i = end;
     }

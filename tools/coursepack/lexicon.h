@@ -64,7 +64,8 @@ public:
     // dictionary word that reads a character in a way rarely heard (到了 dào liǎo, 着花 zháo
     // huā) is made rarer by as much as that reading is rarer than the usual one; a proper name
     // counts twenty times rarer. A number is never cut inside; 了 and 着 after 不 are read liǎo
-    // and zháo, and 着 ending a word is the particle zhe, never zhuó.
+    // and zháo, and 着 ending a word is the particle zhe, never zhuó. 一 and 不 then take the
+    // tones they are spoken with (yí gè, bú shì), as the lessons write them.
     QString ToSpokenPinyin(const QString& text, int* unknown = nullptr) const;
 
 private:
