@@ -669,7 +669,7 @@ TEST(CoursepackLexicon, GlossesAreCleanedForALearner) {
     EXPECT_EQ(lexicon.Find(QStringLiteral("杰克"))->numeric, QStringLiteral("jie2 ke4"));
 }
 
-TEST(CoursepackLexicon, SentencesAreReadByTheLongestKnownWord) {
+TEST(CoursepackLexicon, SentencesAreReadWordByWordWithPausesAtMarks) {
     Lexicon lexicon;
     lexicon.LoadFromTexts(
         QStringLiteral("中 中 [zhong1] /middle/\n中國 中国 [Zhong1 guo2] /China/\n"

@@ -103,9 +103,7 @@ public:
     bool Run() {
         for (const QString& w : course_.warnings)
             report_.warnings << w;
-        for (const Lesson& l : course_.lessons)
-            for (const Word& w : l.words)
-                lexicon_.AddCourseReading(w.chinese, w.numeric);
+        AddCourseReadings(lexicon_, course_);
         // The word table holds the lessons' words and the vocabulary, at most 32,767 rows;
         // 28,000 leave room for 140 lessons of 20 words.
         report_.lessonWords = course_.LessonWordCount();
@@ -384,6 +382,30 @@ private:
 bool BuildCourse(const Course& course, Lexicon& lexicon, const BuildOptions& options,
                  FileStore& files, BuildReport& report) {
     return Builder(course, lexicon, options, files, report).Run();
+}
+
+void AddCourseReadings(Lexicon& lexicon, const Course& course) {
+    for (const Lesson& l : course.lessons)
+        for (const Word& w : l.words)
+            lexicon.AddCourseReading(w.chinese, w.numeric);
+}
+
+std::vector<SpokenText> SpokenTexts(const Course& course) {
+    std::vector<SpokenText> out;
+    for (const Lesson& l : course.lessons)
+        if (l.present && !l.IsPlay())
+            for (int i = 0; i < l.textLines.size(); ++i)
+                out.push_back({l.textLines[i], l.textPlaces[static_cast<size_t>(i)]});
+    for (const Dialog& d : course.dialogs) {
+        out.push_back({d.ask.chinese, d.ask.place});
+        for (const DialogLine& r : d.replies)
+            out.push_back({r.chinese, r.place});
+    }
+    for (const Lesson& l : course.lessons)
+        if (l.present && l.IsPlay())
+            for (const PlayLine& pl : l.playLines)
+                out.push_back({pl.text, pl.place});
+    return out;
 }
 
 } // namespace vt::coursepack

@@ -50,4 +50,17 @@ const std::vector<std::pair<QString, QString>>& NumberSymbols();
 bool BuildCourse(const Course& course, Lexicon& lexicon, const BuildOptions& options,
                  FileStore& files, BuildReport& report);
 
+// Gives the lexicon the readings of every lesson's words, which win when a sentence is read.
+void AddCourseReadings(Lexicon& lexicon, const Course& course);
+
+// A sentence that gets a recording spoken from its characters.
+struct SpokenText {
+    QString chinese;
+    SourcePlace place;
+};
+
+// Every such sentence in the order of the sources: the lines of the read texts, the dialogs'
+// lines, the lines of the plays.
+std::vector<SpokenText> SpokenTexts(const Course& course);
+
 } // namespace vt::coursepack

@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 #include <vector>
 
 namespace vt::coursepack {
@@ -28,6 +29,7 @@ struct LexEntry {
     QString numeric; // lower case, "v" for the u with two dots, 0 for the neutral tone
     QStringList meanings;
     GlossChanges changes;
+    bool name = false; // a proper name: the dictionary writes its reading with a capital
 };
 
 class Lexicon {
@@ -51,16 +53,45 @@ public:
     // characters serve where the dictionary knows nothing.
     void AddCourseReading(const QString& chinese, const QString& numeric);
 
-    // Numeric Pinyin of a Chinese text for the speech voice: words by longest match, pauses at
-    // punctuation (", " and ". "), the neutral tone written 5. Characters with no reading are
-    // left out and counted in *unknown.
+    // Numeric Pinyin of a Chinese text for the speech voice, pauses at punctuation (", " and
+    // ". "), the neutral tone written 5. Characters with no reading are left out and counted in
+    // *unknown.
+    //
+    // Each run of characters between marks is cut into the words that read it most likely as a
+    // whole: a word is as likely as it is frequent in film subtitles, a course word at least as
+    // a fairly common word, and every further word of a cut costs as much again as a word a
+    // thousand times rarer, so that two frequent characters do not break up a known word. A
+    // dictionary word that reads a character in a way rarely heard (到了 dào liǎo, 着花 zháo
+    // huā) is made rarer by as much as that reading is rarer than the usual one; a proper name
+    // counts twenty times rarer. A number is never cut inside; 了 and 着 after 不 are read liǎo
+    // and zháo, and 着 ending a word is the particle zhe, never zhuó. 一 and 不 then take the
+    // tones they are spoken with (yí gè, bú shì), as the lessons write them.
     QString ToSpokenPinyin(const QString& text, int* unknown = nullptr) const;
 
 private:
+    // One word of a cut sentence with its numeric reading; empty for a character nobody knows.
+    struct Piece {
+        QString text;
+        QString reading;
+    };
+    // A piece of text read as one word: null numeric when it is no word.
+    struct Reading {
+        QString numeric;
+        bool courseWord = false;
+        bool name = false;
+    };
+    std::vector<Piece> segment(QStringView run) const;
+    Reading wordReading(QStringView run, qsizetype at, qsizetype len) const;
+    double wordCost(const QString& piece, const Reading& reading) const;
+
     QHash<QString, LexEntry> best_;
     QHash<QString, QString> course_;
     QHash<QChar, QString> courseChars_; // single characters of the course's words, a last resort
     QStringList ranked_;
+    QHash<QString, double> wordCount_;    // words of the film subtitles and how often they occur
+    double totalCount_ = 0;               // all words of the subtitles
+    QHash<QString, int> readingCount_;    // "了le": how often a character is read which way
+    QHash<QChar, int> usualReadingCount_; // the count of each character's most frequent reading
     int longest_ = 1;
 };
 

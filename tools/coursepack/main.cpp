@@ -2,6 +2,7 @@
 //
 //   coursepack --course <course dir> --out <data folder> [--npm <dir with node_modules>]
 //              [--check-only] [--no-audio] [--jobs N]
+//   coursepack --course <course dir> --npm <dir> --readings [sentence ...]
 //
 // Faults in the sources are printed as "file:line: reason", and nothing is built.
 
@@ -36,6 +37,26 @@ qint64 folderBytes(const QString& dir, int* count) {
     }
     return total;
 }
+// Every spoken sentence of the course as "file:line<tab>Chinese<tab>Pinyin", or the sentences
+// given as "Chinese<tab>Pinyin": a writer of lessons sees how the voice will read a text.
+int printReadings(const Course& course, const QString& npmDir, const QStringList& sentences) {
+    Lexicon lexicon;
+    QString error;
+    if (npmDir.isEmpty() || !lexicon.Load(QDir(npmDir).absolutePath(), &error)) {
+        print(QStringLiteral("coursepack: --readings needs the dictionary: ") +
+                  (error.isEmpty() ? QStringLiteral("give --npm <dir>") : error),
+              stderr);
+        return 2;
+    }
+    AddCourseReadings(lexicon, course);
+    for (const QString& s : sentences)
+        print(s + u'\t' + lexicon.ToSpokenPinyin(s));
+    if (!sentences.isEmpty()) return 0;
+    for (const SpokenText& t : SpokenTexts(course))
+        print(t.place.Text() + u'\t' + t.chinese.trimmed() + u'\t' +
+              lexicon.ToSpokenPinyin(t.chinese));
+    return 0;
+}
 } // namespace
 
 int main(int argc, char** argv) {
@@ -59,10 +80,17 @@ int main(int argc, char** argv) {
                                       QStringLiteral("Only read and check the sources."));
     const QCommandLineOption noAudioOpt(QStringLiteral("no-audio"),
                                         QStringLiteral("Make no recordings or tracks."));
+    const QCommandLineOption readingsOpt(
+        QStringLiteral("readings"),
+        QStringLiteral("Print the Pinyin every spoken sentence is read with, build nothing."));
     const QCommandLineOption jobsOpt(QStringLiteral("jobs"),
                                      QStringLiteral("Speech processes at a time."),
                                      QStringLiteral("n"), QStringLiteral("2"));
-    cli.addOptions({courseOpt, outOpt, npmOpt, checkOpt, noAudioOpt, jobsOpt});
+    cli.addOptions({courseOpt, outOpt, npmOpt, checkOpt, noAudioOpt, readingsOpt, jobsOpt});
+    cli.addPositionalArgument(QStringLiteral("sentence"),
+                              QStringLiteral("With --readings: sentences to read instead of the "
+                                             "course's."),
+                              QStringLiteral("[sentence ...]"));
     cli.process(app);
 
     QElapsedTimer clock;
@@ -83,6 +111,8 @@ int main(int argc, char** argv) {
         print(QStringLiteral("coursepack: the sources are fine"));
         return 0;
     }
+    if (cli.isSet(readingsOpt))
+        return printReadings(course, cli.value(npmOpt), cli.positionalArguments());
     if (!cli.isSet(outOpt)) {
         print(QStringLiteral("coursepack: --out <data folder> is needed"), stderr);
         return 2;
