@@ -14,8 +14,10 @@ namespace {
 // Hands a text box's mouse going down and coming up to the look-up on a selection.
 class SelectionWatch final : public QObject {
 public:
-    SelectionWatch(Runtime& rt, TextBox* box) : QObject(box), rt_(rt), box_(box) {
-        box->installEventFilter(this);
+    // Watches the widget the mouse lands on: the box itself, or the viewport of a text area.
+    SelectionWatch(Runtime& rt, SelectableText* box, QWidget* mouseTarget)
+        : QObject(box->Widget()), rt_(rt), box_(box) {
+        mouseTarget->installEventFilter(this);
     }
 
 protected:
@@ -31,7 +33,7 @@ protected:
 
 private:
     Runtime& rt_;
-    TextBox* box_;
+    SelectableText* box_;
 };
 
 } // namespace
@@ -90,7 +92,16 @@ TextBox* AppForm::AddTextBox(TextBox*& member, const QString& name, QRect twips,
     AddControl(member, name, twips)->SetText(text);
     if (onChange)
         connect(member, &QLineEdit::textChanged, this, [f = std::move(onChange)] { f(); });
-    new SelectionWatch(rt, member);
+    new SelectionWatch(rt, member, member);
+    return member;
+}
+
+TextArea* AppForm::AddTextArea(TextArea*& member, const QString& name, QRect twips,
+                               const QString& text, std::function<void()> onChange) {
+    AddControl(member, name, twips)->SetText(text);
+    if (onChange)
+        connect(member, &QPlainTextEdit::textChanged, this, [f = std::move(onChange)] { f(); });
+    new SelectionWatch(rt, member, member->viewport());
     return member;
 }
 

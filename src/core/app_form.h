@@ -65,6 +65,9 @@ protected:
     // a selection (Runtime::SelectionStarts and SelectionMade).
     TextBox* AddTextBox(TextBox*& member, const QString& name, QRect twips,
                         const QString& text = {}, std::function<void()> onChange = {});
+    // The same for a text of many lines (a lesson's text, notes, an entry of the dictionary).
+    TextArea* AddTextArea(TextArea*& member, const QString& name, QRect twips,
+                          const QString& text = {}, std::function<void()> onChange = {});
     // onClick runs when an item is chosen, by the learner or by SetListIndex.
     ComboBox* AddComboBox(ComboBox*& member, const QString& name, QRect twips,
                           std::function<void()> onClick = {});

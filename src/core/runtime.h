@@ -19,7 +19,7 @@
 namespace vt {
 
 class SoundSystem;
-class TextBox;
+class SelectableText;
 struct Runtime;
 
 // The forms of the program: the runtime's registry of forms, which builds each form with the
@@ -65,11 +65,12 @@ struct Runtime {
     // The lesson menu's task list, once the menu stands: colours and enables the tasks again by
     // the study position (see UpdateTaskList in shell/study.h).
     std::function<void()> UpdateTaskList;
-    // The look-up on a selection that every text box of the kit makes (AppForm::AddTextBox): the
-    // mouse goes down on a box, and comes up at x, y twips inside it. The zoom window and the
-    // dictionary fill these in once they stand; until then a selection looks nothing up.
-    std::function<void(TextBox& box)> SelectionStarts;
-    std::function<void(TextBox& box, int x, int y)> SelectionMade;
+    // The look-up on a selection that every text box of the kit makes (AppForm::AddTextBox and
+    // AddTextArea): the mouse goes down on a box, and comes up at x, y twips inside it. The zoom
+    // window and the dictionary fill these in once they stand; until then a selection looks nothing
+    // up.
+    std::function<void(SelectableText& box)> SelectionStarts;
+    std::function<void(SelectableText& box, int x, int y)> SelectionMade;
 
     // Last, so that forms destroyed with the runtime still find everything above.
     AppForms forms;

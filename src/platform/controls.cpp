@@ -2,9 +2,12 @@
 
 #include "platform/helpers.h"
 
+#include <algorithm>
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <QTextCursor>
 
 namespace vt {
 
@@ -41,6 +44,62 @@ void Label::SetFontBold(bool bold) {
 void ComboBox::SetListIndex(int i) {
     setCurrentIndex(i);
     Q_EMIT Click();
+}
+
+int TextBox::SelStart() const {
+    return hasSelectedText() ? selectionStart() : cursorPosition();
+}
+
+void TextBox::SetSelStart(int start) {
+    setCursorPosition(std::clamp(start, 0, int(text().size())));
+}
+
+void TextBox::SetSelLength(int length) {
+    const int start = SelStart();
+    setSelection(start, std::clamp(length, 0, int(text().size()) - start));
+}
+
+TextArea::TextArea(QWidget* parent) : QPlainTextEdit(parent) {
+    setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QPalette p = palette();
+    p.setColor(QPalette::Inactive, QPalette::Highlight,
+               p.color(QPalette::Active, QPalette::Highlight));
+    p.setColor(QPalette::Inactive, QPalette::HighlightedText,
+               p.color(QPalette::Active, QPalette::HighlightedText));
+    setPalette(p);
+}
+
+void TextArea::SetText(const QString& t) {
+    QString text = t;
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(u'\r', u'\n');
+    setPlainText(text);
+}
+
+int TextArea::SelStart() const {
+    return textCursor().selectionStart();
+}
+
+int TextArea::SelLength() const {
+    const QTextCursor c = textCursor();
+    return c.selectionEnd() - c.selectionStart();
+}
+
+void TextArea::SetSelStart(int start) {
+    QTextCursor c = textCursor();
+    c.setPosition(std::clamp(start, 0, int(toPlainText().size())));
+    setTextCursor(c);
+}
+
+void TextArea::SetSelLength(int length) {
+    QTextCursor c = textCursor();
+    const int start = c.selectionStart();
+    const int end = std::clamp(start + length, start, int(toPlainText().size()));
+    c.setPosition(start);
+    c.setPosition(end, QTextCursor::KeepAnchor);
+    setTextCursor(c);
+    ensureCursorVisible();
 }
 
 ProgressBar::ProgressBar(QWidget* parent) : QProgressBar(parent) {

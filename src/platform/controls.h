@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -75,12 +76,59 @@ public:
     void SetCaption(const QString& c) { setText(c); }
 };
 
-class TextBox : public QLineEdit {
+// A text the learner can select in, one line or many: what the look-up on a selection and the
+// tasks that mark words need of it. Places count characters (UTF-16 code units) from 0; a line
+// break is one character ("\n").
+class SelectableText {
+public:
+    virtual ~SelectableText() = default;
+    virtual QString Text() const = 0;
+    virtual void SetText(const QString& t) = 0;
+    virtual int SelStart() const = 0;
+    virtual int SelLength() const = 0;
+    QString SelText() const { return Text().mid(SelStart(), SelLength()); }
+    // Moves the caret there and drops the selection.
+    virtual void SetSelStart(int start) = 0;
+    // Selects that many characters from the selection's start.
+    virtual void SetSelLength(int length) = 0;
+    // Selects length characters from start, and shows them.
+    void Select(int start, int length) {
+        SetSelStart(start);
+        SetSelLength(length);
+    }
+    virtual QWidget* Widget() = 0;
+};
+
+// A text box of one line.
+class TextBox : public QLineEdit, public SelectableText {
     Q_OBJECT
 public:
     explicit TextBox(QWidget* parent = nullptr) : QLineEdit(parent) {}
-    QString Text() const { return text(); }
-    void SetText(const QString& t) { setText(t); }
+    QString Text() const override { return text(); }
+    void SetText(const QString& t) override { setText(t); }
+    int SelStart() const override;
+    int SelLength() const override { return int(selectedText().size()); }
+    void SetSelStart(int start) override;
+    void SetSelLength(int length) override;
+    QWidget* Widget() override { return this; }
+};
+
+// A text box of many lines, wrapped at words, with a scroll bar when the text is longer than the
+// box. Line breaks of either kind ("\r\n" or "\n") are kept as "\n". The selection stays visible
+// when the box loses the focus, so a task can mark a word while the learner looks elsewhere.
+class TextArea : public QPlainTextEdit, public SelectableText {
+    Q_OBJECT
+public:
+    explicit TextArea(QWidget* parent = nullptr);
+    QString Text() const override { return toPlainText(); }
+    void SetText(const QString& t) override;
+    int SelStart() const override;
+    int SelLength() const override;
+    void SetSelStart(int start) override;
+    void SetSelLength(int length) override;
+    QWidget* Widget() override { return this; }
+    // The learner can select but not change the text.
+    void SetLocked(bool locked) { setReadOnly(locked); }
 };
 
 class ComboBox : public QComboBox {

@@ -23,6 +23,7 @@ public:
         for (int i = 1; i <= 3; ++i)
             AddLabel(NAMED(Label2, i), {0, 300 * i, 1000, 300}, QString::number(i));
         AddTextBox(NAMED(Text1), {0, 1200, 3000, 360}, "你好吗");
+        AddTextArea(NAMED(Text2), {0, 2000, 3000, 1200}, "第一行\r\n第二行");
         AddOption(NAMED(Option1), {0, 1600, 1500, 300}, "One", [this] { ++optionClicks; });
         OnSoundEnd(OwnerTag::Text, [this] {
             ++soundsEnded;
@@ -32,6 +33,7 @@ public:
     }
     std::array<Label*, 4> Label2{};
     TextBox* Text1 = nullptr;
+    TextArea* Text2 = nullptr;
     OptionButton* Option1 = nullptr;
     int soundsEnded = 0;
     static inline int everySoundEnded = 0; // outlives the forms
@@ -77,32 +79,55 @@ TEST(FormKit, TheSoundEndAndTheHooksLastAsLongAsTheForm) {
     EXPECT_FALSE(env.rt->UpdateTaskList);
 }
 
+// The mouse going down and coming up on a box, as the learner selects two characters with it.
+void DragOver(SelectableText& box, QWidget* target, QPointF from, QPointF to) {
+    QMouseEvent down(QEvent::MouseButtonPress, from, target->mapToGlobal(from), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &down);
+    box.Select(1, 2);
+    QMouseEvent up(QEvent::MouseButtonRelease, to, target->mapToGlobal(to), Qt::LeftButton,
+                   Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &up);
+}
+
 TEST(FormKit, EveryTextBoxMakesTheLookUpOnASelection) {
     test::TestEnv env;
     Kit* kit = env.rt->forms.Load<Kit>();
     kit->Show();
     std::vector<QString> calls;
-    env.rt->SelectionStarts = [&](TextBox& box) { calls.push_back("down " + box.objectName()); };
-    env.rt->SelectionMade = [&](TextBox& box, int x, int y) {
+    env.rt->SelectionStarts = [&](SelectableText& box) {
+        calls.push_back("down " + box.Widget()->objectName());
+    };
+    env.rt->SelectionMade = [&](SelectableText& box, int x, int y) {
         calls.push_back(QStringLiteral("up %1 %2,%3 %4")
-                            .arg(box.objectName())
+                            .arg(box.Widget()->objectName())
                             .arg(x)
                             .arg(y)
-                            .arg(box.selectedText()));
+                            .arg(box.SelText()));
     };
-    kit->Text1->setSelection(1, 2);
-    QMouseEvent down(QEvent::MouseButtonPress, QPointF(4, 6),
-                     kit->Text1->mapToGlobal(QPointF(4, 6)), Qt::LeftButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(kit->Text1, &down);
-    EXPECT_EQ(calls, std::vector<QString>{"down Text1"});
-    kit->Text1->setSelection(1, 2); // as the learner drags
-    QMouseEvent up(QEvent::MouseButtonRelease, QPointF(10, 6),
-                   kit->Text1->mapToGlobal(QPointF(10, 6)), Qt::LeftButton, Qt::NoButton,
-                   Qt::NoModifier);
-    QApplication::sendEvent(kit->Text1, &up);
-    ASSERT_EQ(calls.size(), 2u);
-    EXPECT_EQ(calls[1], "up Text1 150,90 好吗") << "twips inside the box, and the selection";
+    DragOver(*kit->Text1, kit->Text1, {4, 6}, {10, 6});
+    DragOver(*kit->Text2, kit->Text2->viewport(), {4, 6}, {10, 6});
+    EXPECT_EQ(calls, (std::vector<QString>{"down Text1", "up Text1 150,90 好吗", "down Text2",
+                                           "up Text2 150,90 一行"}))
+        << "twips inside the box, and the selection, on one line and on many";
+}
+
+TEST(FormKit, SelectionsCountCharactersWithOneForALineBreak) {
+    test::TestEnv env;
+    Kit* kit = env.rt->forms.Load<Kit>();
+    EXPECT_EQ(kit->Text2->Text(), "第一行\n第二行");
+    kit->Text2->Select(4, 3);
+    EXPECT_EQ(kit->Text2->SelText(), "第二行");
+    kit->Text2->Select(5, 99);
+    EXPECT_EQ(kit->Text2->SelLength(), 2) << "a selection stops at the end of the text";
+    kit->Text2->SetSelStart(2);
+    EXPECT_EQ(kit->Text2->SelStart(), 2);
+    EXPECT_EQ(kit->Text2->SelLength(), 0) << "moving the start drops the selection";
+    kit->Text1->Select(1, 1);
+    EXPECT_EQ(kit->Text1->SelText(), "好");
+    kit->Text1->SetSelStart(3);
+    EXPECT_EQ(kit->Text1->SelStart(), 3);
+    EXPECT_EQ(kit->Text1->SelLength(), 0);
 }
 
 } // namespace
