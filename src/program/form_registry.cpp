@@ -1,13 +1,20 @@
 #include "program/form_registry.h"
 
 #include "core/runtime.h"
+#include "search/expressions_related.h"
+#include "tasks/newwords.h"
+#include "tasks/notepad.h"
+#include "tasks/words_panel.h"
 
 namespace vt {
 
 void RegisterProgramForms(AppForms& forms) {
     // One line for each form, as it arrives (and its name leaves the list below):
     //     forms.Register<Typing>();
-    (void)forms;
+    forms.Register<Notepad>();
+    forms.Register<WordsPanel>();
+    forms.Register<Newwords>();
+    forms.Register<ExpressionsRelated>();
 }
 
 const QStringList& FormsStillToBuild() {
@@ -15,18 +22,14 @@ const QStringList& FormsStillToBuild() {
         // The tasks and their panels.
         QStringLiteral("Text"),
         QStringLiteral("ListeningTV"),
-        QStringLiteral("Notepad"),
-        QStringLiteral("WordsPanel"),
         QStringLiteral("Typing"),
         QStringLiteral("Vocabulary"),
         QStringLiteral("Exercise3"),
         QStringLiteral("Result1"),
         QStringLiteral("FindSentence"),
         QStringLiteral("Question"),
-        QStringLiteral("Newwords"),
         // The dictionary and its panel.
         QStringLiteral("Dictionary"),
-        QStringLiteral("Expressions_Related"),
         // The assistants.
         QStringLiteral("Alphabet1"),
         QStringLiteral("Figure"),

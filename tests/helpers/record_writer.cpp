@@ -6,6 +6,7 @@
 //   record_writer [--fsize-limit BYTES] mode FOLDER MODE   stores a screen mode from the desktop
 //   record_writer [--fsize-limit BYTES] write PATH SIZE    writes SIZE bytes to PATH
 //   record_writer kills FOLDER                             see below
+//   record_writer notekills FILE                           the same for translation notes
 //
 // Each message box is printed as "title: text" on its own line. The exit code is 0 when the
 // command ran, 2 on bad arguments, 3 when a plain write reported failure.
@@ -15,12 +16,18 @@
 // SIGKILL after that many microseconds, and answers "killed" once it is gone. The saving
 // processes are forked from this one, which has loaded its libraries once, so that hundreds of
 // kills take a second or two instead of the start-up of hundreds of programs.
+//
+// "notekills" reads lines "ROUND MICROSECONDS" and does the same with a process that saves
+// translation notes to FILE as the notes window does, save after save of the round's sample
+// notes (tests/support/notes_sample.h).
 
 #include "core/runtime.h"
 #include "platform/application.h"
 #include "shell/background.h"
 #include "shell/study.h"
 #include "shell/study_file.h"
+#include "support/notes_sample.h"
+#include "tasks/notes_file.h"
 
 #include <csignal>
 #include <cstdio>
@@ -82,14 +89,24 @@ int mode(int argc, char** argv, const QString& folder, int16_t value) {
     }
 }
 
-int kills(const QString& folder) {
+[[noreturn]] void saveNotesForEver(const QString& file, int round) {
+    FileStore files;
+    for (int i = 1;; ++i)
+        WriteNotes(files, file, test::SampleNotes(round, i));
+}
+
+// Runs the saver of each line of the input and kills it after the line's time.
+int kills(const QString& target, bool notes) {
     int task = 0;
     long microseconds = 0;
     while (std::scanf("%d %ld", &task, &microseconds) == 2) {
         std::fflush(stdout);
         const pid_t saver = ::fork();
         if (saver < 0) return 1;
-        if (saver == 0) saveForEver(folder, int16_t(task));
+        if (saver == 0) {
+            if (notes) saveNotesForEver(target, task);
+            saveForEver(target, int16_t(task));
+        }
         ::usleep(useconds_t(microseconds));
         ::kill(saver, SIGKILL);
         int status = 0;
@@ -115,7 +132,8 @@ int main(int argc, char** argv) {
     const QByteArray command = argv[at];
     const QString target = QString::fromLocal8Bit(argv[at + 1]);
     if (command == "advance") return advance(target);
-    if (command == "kills") return kills(target);
+    if (command == "kills") return kills(target, false);
+    if (command == "notekills") return kills(target, true);
     if (at + 2 >= argc) return 2;
     if (command == "mode") return mode(argc, argv, target, int16_t(std::atoi(argv[at + 2])));
     if (command == "write") {
