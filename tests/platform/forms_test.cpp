@@ -152,6 +152,26 @@ TEST(Forms, KeyPreviewSeesTheKeyBeforeTheControl) {
     EXPECT_EQ(Probe::log(), std::vector<std::string>{"form down 13"});
 }
 
+TEST(Forms, KeysHaveTheCodesOfTheKeyboardTheLearnerTypesOn) {
+    struct Row {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        int code;
+    } rows[] = {
+        {Qt::Key_Q, Qt::NoModifier, 81},         {Qt::Key_Q, Qt::ShiftModifier, 81},
+        {Qt::Key_7, Qt::NoModifier, 55},         {Qt::Key_7, Qt::KeypadModifier, 103},
+        {Qt::Key_Equal, Qt::NoModifier, 187},    {Qt::Key_Plus, Qt::ShiftModifier, 187},
+        {Qt::Key_Minus, Qt::NoModifier, 189},    {Qt::Key_Underscore, Qt::ShiftModifier, 189},
+        {Qt::Key_Plus, Qt::KeypadModifier, 107}, {Qt::Key_Minus, Qt::KeypadModifier, 109},
+        {Qt::Key_Space, Qt::NoModifier, 32},     {Qt::Key_Backspace, Qt::NoModifier, 8},
+        {Qt::Key_Escape, Qt::NoModifier, 27},    {Qt::Key_Exclam, Qt::ShiftModifier, 0},
+    };
+    for (const Row& r : rows) {
+        const QKeyEvent e(QEvent::KeyPress, r.key, r.modifiers);
+        EXPECT_EQ(Form::KeyCodeOf(&e), r.code) << "Qt key " << r.key;
+    }
+}
+
 } // namespace
 } // namespace vt
 
