@@ -16,7 +16,7 @@ namespace vt {
 namespace {
 
 constexpr int kWidth = 9600;
-constexpr int kHeight = 4560;
+constexpr int kHeight = 4800;
 constexpr unsigned kPromptBlue = 0x8B3A1F; // the caption bar's blue, in blue-green-red order
 constexpr unsigned kMarkRed = 0x0000C0;
 constexpr unsigned kPaper = 0xF1F9FC;
@@ -103,15 +103,18 @@ Typing::Typing(Runtime& runtime) : AppForm(runtime, kName) {
     Label8->SetBackColor(0xFFFFFF);
     Label8->setWordWrap(false);
     AddLabel(NAMED(Label19), {7380, 1290, 900, 330}, "ü = v")->SetForeColor(0x808080);
-    AddLabel(NAMED(Label5), {3900, 1830, 5520, 510})->SetFontSize(14);
+    AddLabel(NAMED(Label6), {3900, 1860, 5520, 660})->SetForeColor(kPromptBlue);
+    Label6->SetFontBold(true);
+    AddLabel(NAMED(Label17), {3900, 2640, 1000, 330})
+        ->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    AddLabel(NAMED(Label18), {4980, 2640, 1400, 330}, "characters")
+        ->setToolTip(QStringLiteral(" characters "));
+    Label18->setWordWrap(false);
+    // The list runs across the form: nine characters and the paging mark.
+    AddLabel(NAMED(Label5), {300, 3330, 9000, 510})->SetFontSize(14);
     Label5->SetBackColor(kListPaper);
     Label5->setWordWrap(false);
-    AddLabel(NAMED(Label6), {3900, 2460, 5520, 660})->SetForeColor(kPromptBlue);
-    Label6->SetFontBold(true);
-    AddLabel(NAMED(Label17), {3900, 3240, 1000, 330})->setAlignment(Qt::AlignRight);
-    AddLabel(NAMED(Label18), {4980, 3240, 1400, 330}, "characters")
-        ->setToolTip(QStringLiteral(" characters "));
-    AddLabel(NAMED(Label10), {180, 3720, 9200, 330})->SetFontBold(true);
+    AddLabel(NAMED(Label10), {180, 3990, 9200, 330})->SetFontBold(true);
 
     new LabelClick(Label11, [this] { Label11_Click(); });
     for (Label* hear : {Label1, Label3, Label4})
@@ -174,14 +177,14 @@ void Typing::showEvent(QShowEvent* e) {
 void Typing::nextCharacter() {
     if (drill_.Next() && AtStudyPosition(rt.app)) {
         if (drill_.CorrectnessRate < 80) {
-            rt.MsgBox(QStringLiteral("Your correctness rate hasn't reached 80%. Do task 2 again, "
-                                     "please."),
-                      Mb::Information, QStringLiteral("Advice"));
+            advise(QStringLiteral("Your correctness rate hasn't reached 80%. Do task 2 again, "
+                                  "please."),
+                   Mb::Information);
         } else {
             AdvanceStudy(rt);
             leaveFreely_ = true;
-            if (rt.MsgBox(QStringLiteral("You have finished task 2. Let's go on to do task 3."),
-                          Mb::OKCancel | Mb::Information, QStringLiteral("Advice")) == Mb::OK) {
+            if (advise(QStringLiteral("You have finished task 2. Let's go on to do task 3."),
+                       Mb::OKCancel | Mb::Information) == Mb::OK) {
                 Timer2->SetEnabled(true);
                 return;
             }
@@ -375,9 +378,9 @@ void Typing::Image3_Click() {
 void Typing::Form_Unload(bool& cancel) {
     Timer5->SetEnabled(false);
     if (!leaveFreely_ &&
-        rt.MsgBox(QStringLiteral("You haven't finished task 2 yet. Let's finish task 2 now, "
-                                 "otherwise you are unable to do the next task."),
-                  Mb::OKCancel | Mb::Information, QStringLiteral("Advice")) == Mb::OK) {
+        advise(QStringLiteral("You haven't finished task 2 yet. Let's finish task 2 now, "
+                              "otherwise you are unable to do the next task."),
+               Mb::OKCancel | Mb::Information) == Mb::OK) {
         cancel = true;
         return;
     }
@@ -397,6 +400,13 @@ void Typing::Form_Unload(bool& cancel) {
         CommandButton* button = menu->Command1[static_cast<size_t>(app.StudyTask - 1)];
         if (button->isEnabled() && menu->isVisible()) button->setFocus(Qt::OtherFocusReason);
     }
+}
+
+int Typing::advise(const QString& text, int flags) {
+    const int answer = rt.MsgBox(text, flags, QStringLiteral("Advice"));
+    // The box took the focus; the learner goes on typing here without a click.
+    if (isVisible()) SetFocus();
+    return answer;
 }
 
 void Typing::ListWordsHolding(const QString& character) {

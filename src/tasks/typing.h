@@ -86,6 +86,8 @@ private:
     bool hasTarget() const {
         return drill_.TargetIndex >= 1 && drill_.TargetIndex <= targets_.Count();
     }
+    // An "Advice" box, after which the keys come here again.
+    int advise(const QString& text, int flags);
     // The related-expressions panel lists the words that hold the character.
     void ListWordsHolding(const QString& character);
 
