@@ -5,6 +5,7 @@
 #include "platform/forms.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <gtest/gtest.h>
@@ -33,6 +34,8 @@ public:
     void Form_KeyPress(int& keyAscii) override {
         seen.push_back("form press " + std::to_string(keyAscii));
     }
+    void Form_Activate() override { seen.push_back(objectName().toStdString() + " active"); }
+    void Form_Deactivate() override { seen.push_back(objectName().toStdString() + " inactive"); }
 
     int loads = 0;
     int unloads = 0;
@@ -150,6 +153,25 @@ TEST(Forms, KeyPreviewSeesTheKeyBeforeTheControl) {
     Probe::log().clear();
     press(Qt::Key_Return, "\r");
     EXPECT_EQ(Probe::log(), std::vector<std::string>{"form down 13"});
+}
+
+TEST(Forms, OnlyTheFocusMovingToAnotherFormDeactivatesOne) {
+    Forms forms;
+    Probe* probe = forms.Load<Probe>(forms);
+    Form other(forms, QStringLiteral("Other"));
+    QDialog box(&other); // the program's boxes stand on the desktop, which is a form too
+    auto* field = new QLineEdit(&box);
+    const auto focus = [](QWidget* from, QWidget* to) {
+        Q_EMIT qApp->focusChanged(from, to); // as the application reports a move of the focus
+    };
+
+    Probe::log().clear();
+    focus(nullptr, probe->Client());
+    focus(probe->Client(), field); // a message box over the form
+    focus(field, probe->Client());
+    EXPECT_EQ(Probe::log(), std::vector<std::string>{"Probe active"});
+    focus(probe->Client(), other.Client());
+    EXPECT_EQ(Probe::log(), (std::vector<std::string>{"Probe active", "Probe inactive"}));
 }
 
 TEST(Forms, KeysHaveTheCodesOfTheKeyboardTheLearnerTypesOn) {
