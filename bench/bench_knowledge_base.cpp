@@ -4,6 +4,7 @@
 //
 //   bench_knowledge_base [runs]     (default 15; the best run of each is shown)
 
+#include "bench_services.h"
 #include "core/knowledge_base.h"
 #include "core/runtime.h"
 #include "core/script_file.h"
@@ -19,13 +20,9 @@
 #include <memory>
 
 using namespace vt;
+using vt::bench::Services;
 
 namespace {
-
-double nowMs() {
-    using namespace std::chrono;
-    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
-}
 
 // Resident memory of this process in MiB, from the kernel's own account.
 double residentMiB() {
@@ -35,20 +32,6 @@ double residentMiB() {
         if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ')[0].toDouble() / 1024;
     return 0;
 }
-
-// The program's services, real ones except the screen, on the generated data folder.
-struct Services {
-    explicit Services(const QString& appPath) {
-        rt = std::make_unique<Runtime>(time, boxes, random, files, screen);
-        rt->app.AppPath = appPath;
-    }
-    QtTimeService time;
-    ScriptedMessageBoxes boxes;
-    ClockRandom random;
-    FileStore files;
-    FixedScreenInfo screen;
-    std::unique_ptr<Runtime> rt;
-};
 
 bool sameTable(const Array1<CharEntry>& a, const Array1<CharEntry>& b) {
     auto sameReading = [](const CharReading& x, const CharReading& y) {
@@ -71,9 +54,9 @@ bool sameTable(const Array1<CharEntry>& a, const Array1<CharEntry>& b) {
 template <class F> double best(int runs, F&& f) {
     double bestMs = 1e300;
     for (int i = 0; i < runs; ++i) {
-        const double t0 = nowMs();
+        const double t0 = bench::SteadyMs();
         f();
-        bestMs = std::min(bestMs, nowMs() - t0);
+        bestMs = std::min(bestMs, bench::SteadyMs() - t0);
     }
     return bestMs;
 }
@@ -88,9 +71,9 @@ int main(int argc, char** argv) {
     QTemporaryDir dir;
     const QString appPath = dir.path() + u'/';
     FileStore files;
-    const double g0 = nowMs();
+    const double g0 = bench::SteadyMs();
     const coursegen::CourseFiles course = coursegen::GenerateCourse(files, appPath);
-    const double generateMs = nowMs() - g0;
+    const double generateMs = bench::SteadyMs() - g0;
     qint64 bytes = 0;
     for (const QString& p : course.paths)
         bytes += QFile(FileStore::Resolve(p)).size();
@@ -128,12 +111,12 @@ int main(int argc, char** argv) {
     for (int i = 0; i < runs; ++i) {
         auto s = std::make_unique<Services>(appPath);
         LoadProgress progress;
-        const double t0 = nowMs();
+        const double t0 = bench::SteadyMs();
         LoadTitles(*s->rt, progress);
         LoadWordsAndSentences(*s->rt, progress);
-        const double t1 = nowMs();
+        const double t1 = bench::SteadyMs();
         BuildCharTable(*s->rt, progress);
-        const double t2 = nowMs();
+        const double t2 = bench::SteadyMs();
         titlesAndWordsMs = std::min(titlesAndWordsMs, t1 - t0);
         charTableMs = std::min(charTableMs, t2 - t1);
         loadMs = std::min(loadMs, t2 - t0);
@@ -145,9 +128,9 @@ int main(int argc, char** argv) {
     // The plain build of the character table, row by row, on the same words.
     const Array1<CharEntry> indexed = kb.CharTable;
     LoadProgress progress;
-    const double s0 = nowMs();
+    const double s0 = bench::SteadyMs();
     test::BuildCharTableByScanning(*kept->rt, progress);
-    const double scanMs = nowMs() - s0;
+    const double scanMs = bench::SteadyMs() - s0;
     const bool same = sameTable(indexed, kb.CharTable);
 
     int readings = 0;

@@ -242,8 +242,27 @@ bool Form::PreviewKey(QKeyEvent* event) {
 
 int Form::KeyCodeOf(const QKeyEvent* e) {
     const int k = e->key();
+    const bool keypad = e->modifiers() & Qt::KeypadModifier;
     if (k >= Qt::Key_A && k <= Qt::Key_Z) return 'A' + (k - Qt::Key_A);
-    if (k >= Qt::Key_0 && k <= Qt::Key_9) return '0' + (k - Qt::Key_0);
+    // The digits of the numeric keypad have codes of their own (96..105), apart from the row.
+    if (k >= Qt::Key_0 && k <= Qt::Key_9) return (keypad ? 96 : '0') + (k - Qt::Key_0);
+    if (keypad) {
+        switch (k) {
+        case Qt::Key_Asterisk:
+            return 106;
+        case Qt::Key_Plus:
+            return 107;
+        case Qt::Key_Minus:
+            return 109;
+        case Qt::Key_Period:
+        case Qt::Key_Comma:
+            return 110;
+        case Qt::Key_Slash:
+            return 111;
+        default:
+            break;
+        }
+    }
     if (k >= Qt::Key_F1 && k <= Qt::Key_F12) return 112 + (k - Qt::Key_F1);
     switch (k) {
     case Qt::Key_Escape:
@@ -281,6 +300,14 @@ int Form::KeyCodeOf(const QKeyEvent* e) {
         return 17;
     case Qt::Key_Alt:
         return 18;
+    // The key that carries "=" and "+" and the key that carries "-" and "_", whichever of the two
+    // the layout and the Shift key give: on the usual layouts both stand on the main block.
+    case Qt::Key_Equal:
+    case Qt::Key_Plus:
+        return 187;
+    case Qt::Key_Minus:
+    case Qt::Key_Underscore:
+        return 189;
     default:
         return 0;
     }

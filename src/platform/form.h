@@ -81,6 +81,10 @@ public:
     // The runtime's close box: asks to unload the form.
     void CloseBox();
 
+    // The code a key press has for the forms: letters 65..90 whatever the Shift key, the digits
+    // of the main row 48..57, the keypad's digits 96..105 and its + and - 107 and 109, the "=+" key
+    // 187 and the "-_" key 189, Escape 27, Enter 13, Backspace 8, Space 32; 0 for a key no form
+    // takes.
     static int KeyCodeOf(const QKeyEvent* event);
     static int ShiftOf(Qt::KeyboardModifiers m);
     static int ButtonOf(Qt::MouseButtons b);

@@ -91,6 +91,9 @@ bool Forms::Unload(Form* form) {
 }
 
 void Forms::focusChanged(QWidget* old, QWidget* now) {
+    // A message box, a list's drop-down or any other window that is no form leaves the form
+    // under it active, and the focus coming back from it finds that form still active.
+    if (now && !qobject_cast<Form*>(now->window())) return;
     Form* from = FormOf(old);
     Form* to = FormOf(now);
     if (!to || to == active_) return;

@@ -20,7 +20,7 @@ public:
     // Up to 20 words related by character to text; meaning keeps the word itself out.
     void Common02(const QString& text, const QString& meaning);
     // Up to 10 words that hold text.
-    Q_INVOKABLE void Common03(const QString& text);
+    void Common03(const QString& text);
     // The caller's entry (row of the lesson's words when fromLesson, else of the dictionary), then
     // with withRelated up to 10 entries of the same table that hold text. detail, when given, is
     // the numeric Pinyin of text itself, which the first row then carries.

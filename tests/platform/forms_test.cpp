@@ -5,6 +5,7 @@
 #include "platform/forms.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <gtest/gtest.h>
@@ -33,6 +34,8 @@ public:
     void Form_KeyPress(int& keyAscii) override {
         seen.push_back("form press " + std::to_string(keyAscii));
     }
+    void Form_Activate() override { seen.push_back(objectName().toStdString() + " active"); }
+    void Form_Deactivate() override { seen.push_back(objectName().toStdString() + " inactive"); }
 
     int loads = 0;
     int unloads = 0;
@@ -150,6 +153,45 @@ TEST(Forms, KeyPreviewSeesTheKeyBeforeTheControl) {
     Probe::log().clear();
     press(Qt::Key_Return, "\r");
     EXPECT_EQ(Probe::log(), std::vector<std::string>{"form down 13"});
+}
+
+TEST(Forms, OnlyTheFocusMovingToAnotherFormDeactivatesOne) {
+    Forms forms;
+    Probe* probe = forms.Load<Probe>(forms);
+    Form other(forms, QStringLiteral("Other"));
+    QDialog box(&other); // the program's boxes stand on the desktop, which is a form too
+    auto* field = new QLineEdit(&box);
+    const auto focus = [](QWidget* from, QWidget* to) {
+        Q_EMIT qApp->focusChanged(from, to); // as the application reports a move of the focus
+    };
+
+    Probe::log().clear();
+    focus(nullptr, probe->Client());
+    focus(probe->Client(), field); // a message box over the form
+    focus(field, probe->Client());
+    EXPECT_EQ(Probe::log(), std::vector<std::string>{"Probe active"});
+    focus(probe->Client(), other.Client());
+    EXPECT_EQ(Probe::log(), (std::vector<std::string>{"Probe active", "Probe inactive"}));
+}
+
+TEST(Forms, KeysHaveTheCodesOfTheKeyboardTheLearnerTypesOn) {
+    struct Row {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        int code;
+    } rows[] = {
+        {Qt::Key_Q, Qt::NoModifier, 81},         {Qt::Key_Q, Qt::ShiftModifier, 81},
+        {Qt::Key_7, Qt::NoModifier, 55},         {Qt::Key_7, Qt::KeypadModifier, 103},
+        {Qt::Key_Equal, Qt::NoModifier, 187},    {Qt::Key_Plus, Qt::ShiftModifier, 187},
+        {Qt::Key_Minus, Qt::NoModifier, 189},    {Qt::Key_Underscore, Qt::ShiftModifier, 189},
+        {Qt::Key_Plus, Qt::KeypadModifier, 107}, {Qt::Key_Minus, Qt::KeypadModifier, 109},
+        {Qt::Key_Space, Qt::NoModifier, 32},     {Qt::Key_Backspace, Qt::NoModifier, 8},
+        {Qt::Key_Escape, Qt::NoModifier, 27},    {Qt::Key_Exclam, Qt::ShiftModifier, 0},
+    };
+    for (const Row& r : rows) {
+        const QKeyEvent e(QEvent::KeyPress, r.key, r.modifiers);
+        EXPECT_EQ(Form::KeyCodeOf(&e), r.code) << "Qt key " << r.key;
+    }
 }
 
 } // namespace

@@ -19,6 +19,10 @@ struct TestEnv {
     // Writes a file below the data folder ("Lessons\Title.zvk"), creating folders.
     void WriteFile(const QString& relative, const QByteArray& bytes);
     QString Path(const QString& relative) const { return rt->app.AppPath + relative; }
+    // Copies the script files (titles, lesson words, texts and questions) of a built course in
+    // folder from into the test's own folder, so that the study position written on the way
+    // never lands in the built course. False when there is no built course there.
+    bool CopyCourseScripts(const QString& from);
 
     QTemporaryDir dir;
     VirtualClock clock;
