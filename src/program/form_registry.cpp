@@ -1,13 +1,16 @@
 #include "program/form_registry.h"
 
 #include "core/runtime.h"
+#include "search/dictionary.h"
+#include "search/zoom.h"
 
 namespace vt {
 
 void RegisterProgramForms(AppForms& forms) {
     // One line for each form, as it arrives (and its name leaves the list below):
     //     forms.Register<Typing>();
-    (void)forms;
+    forms.Register<Dictionary>();
+    forms.Register<Zoom>();
 }
 
 const QStringList& FormsStillToBuild() {
@@ -25,7 +28,6 @@ const QStringList& FormsStillToBuild() {
         QStringLiteral("Question"),
         QStringLiteral("Newwords"),
         // The dictionary and its panel.
-        QStringLiteral("Dictionary"),
         QStringLiteral("Expressions_Related"),
         // The assistants.
         QStringLiteral("Alphabet1"),

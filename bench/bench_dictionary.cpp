@@ -1,0 +1,168 @@
+// The dictionary on a full-size made-up course: the time of a search from the call to a painted
+// list, for the heaviest queries, and of a row's entry with its example sentences (computed,
+// then from the cache). Prints a table; asserts nothing.
+//
+//   bench_dictionary [runs]     (default 15; the best and the worst run of each are shown)
+//
+// Runs on the display it finds (QT_QPA_PLATFORM, or an X server through DISPLAY).
+
+#include "core/knowledge_base.h"
+#include "core/runtime.h"
+#include "course_generator.h"
+#include "search/dictionary.h"
+#include "search/zoom.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <map>
+#include <memory>
+
+using namespace vt;
+
+namespace {
+
+double nowMs() {
+    using namespace std::chrono;
+    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
+}
+
+struct Services {
+    explicit Services(const QString& appPath) {
+        rt = std::make_unique<Runtime>(time, boxes, random, files, screen);
+        rt->app.AppPath = appPath;
+    }
+    QtTimeService time;
+    ScriptedMessageBoxes boxes;
+    ClockRandom random;
+    FileStore files;
+    FixedScreenInfo screen{1280, 800};
+    std::unique_ptr<Runtime> rt;
+};
+
+struct Figure {
+    double best = 1e300, worst = 0;
+    void add(double ms) {
+        best = std::min(best, ms);
+        worst = std::max(worst, ms);
+    }
+};
+
+// A search and its painted list. Another search first, so that the same text runs again.
+double timedSearch(Dictionary& d, const QString& text) {
+    QString other = QStringLiteral("zzz");
+    d.Common01(other, false);
+    QApplication::processEvents();
+    QString t = text;
+    const double t0 = nowMs();
+    d.Common01(t, false);
+    d.ListView1->viewport()->repaint();
+    d.Text1->viewport()->repaint();
+    return nowMs() - t0;
+}
+
+// The most frequent character of the words: the heaviest single-character search.
+QString commonestCharacter(const AppState& app) {
+    std::map<char16_t, int> counts;
+    for (int i = 1; i <= app.WordCount; ++i)
+        for (const QChar c : app.WordTable[i].Chinese)
+            if (c.unicode() > 255) ++counts[c.unicode()];
+    char16_t best = u'的';
+    int most = 0;
+    for (const auto& [c, n] : counts)
+        if (n > most) most = n, best = c;
+    return QString(QChar(best));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication qapp(argc, argv);
+    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 15;
+
+    QTemporaryDir dir;
+    const QString appPath = dir.path() + u'/';
+    FileStore files;
+    coursegen::CourseShape shape;
+    shape.textLinesPerLesson = 15; // 2,100 sentences
+    coursegen::GenerateCourse(files, appPath, shape);
+    Services s(appPath);
+    LoadProgress progress;
+    LoadKnowledgeBase(*s.rt, progress);
+    const AppState& kb = s.rt->app;
+
+    Dictionary* d = s.rt->forms.Load<Dictionary>();
+    d->Move(0, 0);
+    d->Show();
+    QApplication::processEvents();
+
+    const QString common = commonestCharacter(kb);
+    std::printf("course: %d words, %d sentences, %d characters; platform %s\n", kb.WordCount,
+                kb.SentenceCount, kb.CharCount, qPrintable(QApplication::platformName()));
+    std::printf("search, call to painted list (best / worst of %d):\n", runs);
+    const QString queries[] = {QStringLiteral("a"),    QStringLiteral("to"),
+                               QStringLiteral("de0"),  QString::fromUtf8("的"),
+                               QStringLiteral("shi4"), common};
+    for (const QString& q : queries) {
+        Figure f;
+        int hits = 0;
+        for (int i = 0; i < runs; ++i) {
+            f.add(timedSearch(*d, q));
+            hits = d->ListView1->Count();
+        }
+        std::printf("  %-10s %6d hits %8.2f / %6.2f ms\n", qPrintable(q), hits, f.best, f.worst);
+    }
+
+    // A single common character selected with "Automatically" ticked: the zoom window and the
+    // search.
+    {
+        Figure f;
+        for (int i = 0; i < runs; ++i) {
+            QString other = QStringLiteral("zzz");
+            d->Common01(other, false);
+            s.rt->forms.Unload<Zoom>();
+            QApplication::processEvents();
+            const double t0 = nowMs();
+            d->Text1->SetText(common);
+            d->Text1->Select(0, 1);
+            s.rt->SelectionMade(*d->Text1, 300, 300);
+            d->ListView1->viewport()->repaint();
+            if (Zoom* z = s.rt->forms.Get<Zoom>()) z->repaint();
+            f.add(nowMs() - t0);
+        }
+        std::printf("  %-10s selected, zoom and list %8.2f / %6.2f ms\n", qPrintable(common),
+                    f.best, f.worst);
+    }
+
+    // A row's entry: the first click computes its sentences, a second one reads the cache.
+    {
+        QString t = common;
+        Figure first, again;
+        for (int i = 0; i < runs; ++i) {
+            QString other = QStringLiteral("zzz");
+            d->Common01(other, false);
+            t = common;
+            d->Common01(t, false);
+            const int rows = std::min(d->ListView1->Count(), 200);
+            for (int row = 1; row <= rows; ++row) {
+                double t0 = nowMs();
+                Q_EMIT d->ListView1->ItemClick(row);
+                d->Text1->viewport()->repaint();
+                first.add(nowMs() - t0);
+                t0 = nowMs();
+                Q_EMIT d->ListView1->ItemClick(row);
+                d->Text1->viewport()->repaint();
+                again.add(nowMs() - t0);
+            }
+        }
+        std::printf("row entry with sentences, rows of %s (best / worst):\n", qPrintable(common));
+        std::printf("  %-34s %8.3f / %6.3f ms\n", "first click (sentences computed)", first.best,
+                    first.worst);
+        std::printf("  %-34s %8.3f / %6.3f ms\n", "again (from the cache)", again.best,
+                    again.worst);
+    }
+    s.rt->forms.DestroyAll();
+    return 0;
+}
