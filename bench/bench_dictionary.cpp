@@ -6,6 +6,7 @@
 //
 // Runs on the display it finds (QT_QPA_PLATFORM, or an X server through DISPLAY).
 
+#include "bench_services.h"
 #include "core/knowledge_base.h"
 #include "core/runtime.h"
 #include "course_generator.h"
@@ -19,8 +20,10 @@
 #include <cstdio>
 #include <map>
 #include <memory>
+#include <vector>
 
 using namespace vt;
+using bench::Services;
 
 namespace {
 
@@ -29,24 +32,19 @@ double nowMs() {
     return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
 }
 
-struct Services {
-    explicit Services(const QString& appPath) {
-        rt = std::make_unique<Runtime>(time, boxes, random, files, screen);
-        rt->app.AppPath = appPath;
-    }
-    QtTimeService time;
-    ScriptedMessageBoxes boxes;
-    ClockRandom random;
-    FileStore files;
-    FixedScreenInfo screen{1280, 800};
-    std::unique_ptr<Runtime> rt;
-};
-
+// Times of one measurement: the best, the median and the worst.
 struct Figure {
-    double best = 1e300, worst = 0;
-    void add(double ms) {
-        best = std::min(best, ms);
-        worst = std::max(worst, ms);
+    std::vector<double> ms;
+    void add(double t) { ms.push_back(t); }
+    double best() const { return *std::min_element(ms.begin(), ms.end()); }
+    double worst() const { return *std::max_element(ms.begin(), ms.end()); }
+    double median() const {
+        std::vector<double> sorted = ms;
+        std::sort(sorted.begin(), sorted.end());
+        return sorted[sorted.size() / 2];
+    }
+    QString text() const {
+        return QString::asprintf("%7.3f / %7.3f / %7.3f ms", best(), median(), worst());
     }
 };
 
@@ -88,7 +86,7 @@ int main(int argc, char** argv) {
     coursegen::CourseShape shape;
     shape.textLinesPerLesson = 15; // 2,100 sentences
     coursegen::GenerateCourse(files, appPath, shape);
-    Services s(appPath);
+    Services s(appPath, 1280, 800);
     LoadProgress progress;
     LoadKnowledgeBase(*s.rt, progress);
     const AppState& kb = s.rt->app;
@@ -101,7 +99,7 @@ int main(int argc, char** argv) {
     const QString common = commonestCharacter(kb);
     std::printf("course: %d words, %d sentences, %d characters; platform %s\n", kb.WordCount,
                 kb.SentenceCount, kb.CharCount, qPrintable(QApplication::platformName()));
-    std::printf("search, call to painted list (best / worst of %d):\n", runs);
+    std::printf("search, call to painted list (best / median / worst of %d):\n", runs);
     const QString queries[] = {QStringLiteral("a"),    QStringLiteral("to"),
                                QStringLiteral("de0"),  QString::fromUtf8("的"),
                                QStringLiteral("shi4"), common};
@@ -112,7 +110,7 @@ int main(int argc, char** argv) {
             f.add(timedSearch(*d, q));
             hits = d->ListView1->Count();
         }
-        std::printf("  %-10s %6d hits %8.2f / %6.2f ms\n", qPrintable(q), hits, f.best, f.worst);
+        std::printf("  %-10s %6d hits  %s\n", qPrintable(q), hits, qPrintable(f.text()));
     }
 
     // A single common character selected with "Automatically" ticked: the zoom window and the
@@ -132,8 +130,8 @@ int main(int argc, char** argv) {
             if (Zoom* z = s.rt->forms.Get<Zoom>()) z->repaint();
             f.add(nowMs() - t0);
         }
-        std::printf("  %-10s selected, zoom and list %8.2f / %6.2f ms\n", qPrintable(common),
-                    f.best, f.worst);
+        std::printf("  %-10s selected: zoom window and list  %s\n", qPrintable(common),
+                    qPrintable(f.text()));
     }
 
     // A row's entry: the first click computes its sentences, a second one reads the cache.
@@ -157,11 +155,10 @@ int main(int argc, char** argv) {
                 again.add(nowMs() - t0);
             }
         }
-        std::printf("row entry with sentences, rows of %s (best / worst):\n", qPrintable(common));
-        std::printf("  %-34s %8.3f / %6.3f ms\n", "first click (sentences computed)", first.best,
-                    first.worst);
-        std::printf("  %-34s %8.3f / %6.3f ms\n", "again (from the cache)", again.best,
-                    again.worst);
+        std::printf("row entry with sentences, rows of %s (best / median / worst):\n",
+                    qPrintable(common));
+        std::printf("  %-34s %s\n", "first click (sentences computed)", qPrintable(first.text()));
+        std::printf("  %-34s %s\n", "again (from the cache)", qPrintable(again.text()));
     }
     s.rt->forms.DestroyAll();
     return 0;

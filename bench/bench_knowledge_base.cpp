@@ -4,6 +4,7 @@
 //
 //   bench_knowledge_base [runs]     (default 15; the best run of each is shown)
 
+#include "bench_services.h"
 #include "core/knowledge_base.h"
 #include "core/runtime.h"
 #include "core/script_file.h"
@@ -19,6 +20,7 @@
 #include <memory>
 
 using namespace vt;
+using bench::Services;
 
 namespace {
 
@@ -35,20 +37,6 @@ double residentMiB() {
         if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ')[0].toDouble() / 1024;
     return 0;
 }
-
-// The program's services, real ones except the screen, on the generated data folder.
-struct Services {
-    explicit Services(const QString& appPath) {
-        rt = std::make_unique<Runtime>(time, boxes, random, files, screen);
-        rt->app.AppPath = appPath;
-    }
-    QtTimeService time;
-    ScriptedMessageBoxes boxes;
-    ClockRandom random;
-    FileStore files;
-    FixedScreenInfo screen;
-    std::unique_ptr<Runtime> rt;
-};
 
 bool sameTable(const Array1<CharEntry>& a, const Array1<CharEntry>& b) {
     auto sameReading = [](const CharReading& x, const CharReading& y) {

@@ -20,7 +20,7 @@ const QString kSearchPrompt = QStringLiteral("Search  搜索");
 
 constexpr int kWidth = 12000;
 constexpr int kHeight = 3450;
-constexpr int kListWidth = 7320;
+constexpr int kListWidth = 7500;
 
 enum Column { Index = 0, Chinese = 1, English = 2, Pinyin = 3, OriginKind = 4, OriginNumber = 5 };
 
@@ -60,11 +60,6 @@ private:
     bool justFocused_ = false;
 };
 
-bool backgroundPlaying(const Runtime& rt) {
-    return rt.sound && rt.sound->MMControl1 &&
-           rt.sound->MMControl1->Mode() == MMControl::ModePlaying;
-}
-
 } // namespace
 
 Dictionary::Dictionary(Runtime& runtime) : AppForm(runtime, kName) {
@@ -92,7 +87,7 @@ Dictionary::Dictionary(Runtime& runtime) : AppForm(runtime, kName) {
     const int listTop = 540;
     const int listHeight = std::max(600, ScaleHeight() - listTop - 90);
     AddList(NAMED(ListView1), {120, listTop, kListWidth, listHeight},
-            {{QStringLiteral("Index  序号"), 720},
+            {{QStringLiteral("Index  序号"), 1150},
              {QStringLiteral("Chinese  汉语"), 1500},
              {QStringLiteral("English  英语"), 2400},
              {QStringLiteral("Pinyin  拼音"), 1650},
@@ -258,7 +253,7 @@ void Dictionary::ListView1_ItemClick(int row) {
 
 void Dictionary::speakRow(int row) {
     const AppState& app = rt.app;
-    if (backgroundPlaying(rt) || app.OpenTask == 3 || app.OpenTask == 6) return;
+    if (SharedPlayerPlaying(rt) || app.OpenTask == 3 || app.OpenTask == 6) return;
     if (const Zoom* zoom = rt.forms.Get<Zoom>(); zoom && zoom->Visible()) return;
 
     const QString pinyin = ListView1->Text(row, Pinyin);

@@ -24,11 +24,6 @@ void fitLabel(Label* label) {
                PxToTwips(s.height()));
 }
 
-bool backgroundPlaying(const Runtime& rt) {
-    return rt.sound && rt.sound->MMControl1 &&
-           rt.sound->MMControl1->Mode() == MMControl::ModePlaying;
-}
-
 } // namespace
 
 Zoom::Zoom(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
@@ -158,7 +153,7 @@ void Zoom::ShowPinYin(QString& text, QString& pinyin) {
 }
 
 void Zoom::Label2_Click(int index) {
-    if (backgroundPlaying(rt)) return;
+    if (SharedPlayerPlaying(rt)) return;
     Timer1->SetEnabled(false);
     if (MMControl1) MMControl1->SetCommand(QStringLiteral("Close"));
     const AppState& app = rt.app;
