@@ -7,6 +7,7 @@
 #include "search/selection_lookup.h"
 #include "search/zoom.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QLineEdit>
@@ -28,17 +29,19 @@ enum Column { Index = 0, Chinese = 1, English = 2, Pinyin = 3, OriginKind = 4, O
 // typing replaces it; the click that brought the focus does not undo that.
 class SelectAllOnFocus final : public QObject {
 public:
-    explicit SelectAllOnFocus(QLineEdit* edit) : QObject(edit), edit_(edit) {
+    SelectAllOnFocus(QComboBox* box, QLineEdit* edit) : QObject(edit), box_(box), edit_(edit) {
         edit->installEventFilter(this);
+        // After the box's own handling of the focus, which may place the caret.
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+            if (now != box_ && now != edit_) return;
+            edit_->selectAll();
+            justFocused_ = true;
+        });
     }
 
 protected:
     bool eventFilter(QObject*, QEvent* event) override {
         switch (event->type()) {
-        case QEvent::FocusIn:
-            edit_->selectAll();
-            justFocused_ = true;
-            break;
         case QEvent::MouseButtonRelease:
             if (justFocused_ && !edit_->hasSelectedText()) edit_->selectAll();
             justFocused_ = false;
@@ -56,6 +59,7 @@ protected:
     }
 
 private:
+    QComboBox* box_;
     QLineEdit* edit_;
     bool justFocused_ = false;
 };
@@ -73,7 +77,7 @@ Dictionary::Dictionary(Runtime& runtime) : AppForm(runtime, kName) {
     Combo1->setEditText(kSearchPrompt);
     Combo1->setToolTip(QStringLiteral("Input a few Chinese characters or PinYins (such as ai4, "
                                       "guo2, dian4 etc.) or an English word here."));
-    new SelectAllOnFocus(Combo1->lineEdit());
+    new SelectAllOnFocus(Combo1, Combo1->lineEdit());
     AddButton(NAMED(Command1), {4140, 90, 1200, 360}, QStringLiteral("Search"),
               [this] { Command1_Click(); });
     AddButton(NAMED(Command2), {5460, 90, 1200, 360}, QStringLiteral("Locate"), [this] {
@@ -94,6 +98,7 @@ Dictionary::Dictionary(Runtime& runtime) : AppForm(runtime, kName) {
              {QStringLiteral("Origin1"), 750},
              {QStringLiteral("Origin2"), 750}},
             [this](int row) { ListView1_ItemClick(row); });
+    ListView1->installEventFilter(this);
     AddTextArea(NAMED(Text1), {kListWidth + 240, listTop, kWidth - kListWidth - 420, listHeight},
                 QStringLiteral("You can input a Chinese vocabulary, an Engish word or a Pinyin, "
                                "\r\nsuch as wo3, in the search box.\r\n"))
@@ -107,6 +112,15 @@ Dictionary::Dictionary(Runtime& runtime) : AppForm(runtime, kName) {
                 MMControl1->SetCommand(QStringLiteral("Close"));
         });
     }
+}
+
+bool Dictionary::eventFilter(QObject* watched, QEvent* event) {
+    // Walking the list with the keys shows each row's entry, as a click does.
+    if (watched == ListView1 && event->type() == QEvent::KeyRelease) {
+        const int row = ListView1->SelectedRow();
+        if (row > 0 && row != shownRow_) ListView1_ItemClick(row);
+    }
+    return AppForm::eventFilter(watched, event);
 }
 
 void Dictionary::Form_Load() {
@@ -159,6 +173,7 @@ void Dictionary::Common01(QString& text, bool inLesson) {
         return;
     }
     ListView1->Clear();
+    shownRow_ = 0;
     Text1->SetSelStart(0);
     LocateStart = static_cast<int>(box.size()) + 1;
     InLessonOnly = inLesson;
@@ -228,6 +243,7 @@ void Dictionary::fillList(const std::vector<int>& hits) {
 
 void Dictionary::ListView1_ItemClick(int row) {
     if (!HasResults || row < 1 || row > ListView1->Count()) return;
+    shownRow_ = row;
     speakRow(row);
 
     EntryParts parts;

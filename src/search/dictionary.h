@@ -51,6 +51,9 @@ public:
     // The example sentences of each row once shown ("0" for none, empty until computed).
     Array1<QString> Examples;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void Command1_Click();
     void Command2_Click();
@@ -60,6 +63,7 @@ private:
     void focusSearchBox();
 
     WordSearchIndex index_;
+    int shownRow_ = 0; // the row whose entry Text1 shows, 0 for none
 };
 
 } // namespace vt

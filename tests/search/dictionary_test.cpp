@@ -90,6 +90,11 @@ TEST_F(DictionaryTest, TheSameSearchAgainKeepsTheListAndTheSelection) {
     EXPECT_EQ(dictionary->ListView1->Count(), 4);
     EXPECT_EQ(dictionary->ListView1->SelectedRow(), 4);
     EXPECT_EQ(Entry(), entry);
+    // Walking up the list with the keys shows each row's entry.
+    QTest::keyClick(dictionary->ListView1, Qt::Key_Up);
+    EXPECT_EQ(dictionary->ListView1->SelectedRow(), 3);
+    EXPECT_TRUE(Entry().startsWith(QString::fromUtf8("你好  ( nǐ hǎo )  \nhi")))
+        << Entry().toStdString();
 }
 
 TEST_F(DictionaryTest, TheVocabularyTaskChoosesTheOpenLessonsRowAndHidesTheMeaningSilently) {
@@ -157,6 +162,12 @@ TEST_F(DictionaryTest, TheBoxSearchesOnEnterEmptiesOnEscapeAndKeepsNoDuplicate) 
     QTest::keyClick(box->lineEdit(), Qt::Key_Escape);
     EXPECT_TRUE(box->currentText().isEmpty());
     EXPECT_EQ(dictionary->ListView1->Count(), 1); // the list stays
+    // Coming back to the box marks its text, so that typing replaces it.
+    box->setEditText(QStringLiteral("teacher"));
+    QApplication::setActiveWindow(dictionary->window());
+    dictionary->ListView1->setFocus();
+    box->setFocus();
+    EXPECT_EQ(box->lineEdit()->selectedText(), "teacher");
     // A choice from the history searches it again.
     Search("wo3");
     box->SetListIndex(0);
