@@ -16,21 +16,16 @@
 #include <QApplication>
 #include <QTemporaryDir>
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <map>
 #include <memory>
 #include <vector>
 
 using namespace vt;
+using bench::NowMs;
 using bench::Services;
 
 namespace {
-
-double nowMs() {
-    using namespace std::chrono;
-    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
-}
 
 // Times of one measurement: the best, the median and the worst.
 struct Figure {
@@ -54,11 +49,11 @@ double timedSearch(Dictionary& d, const QString& text) {
     d.Common01(other, false);
     QApplication::processEvents();
     QString t = text;
-    const double t0 = nowMs();
+    const double t0 = NowMs();
     d.Common01(t, false);
     d.ListView1->viewport()->repaint();
     d.Text1->viewport()->repaint();
-    return nowMs() - t0;
+    return NowMs() - t0;
 }
 
 // The most frequent character of the words: the heaviest single-character search.
@@ -122,13 +117,13 @@ int main(int argc, char** argv) {
             d->Common01(other, false);
             s.rt->forms.Unload<Zoom>();
             QApplication::processEvents();
-            const double t0 = nowMs();
+            const double t0 = NowMs();
             d->Text1->SetText(common);
             d->Text1->Select(0, 1);
             s.rt->SelectionMade(*d->Text1, 300, 300);
             d->ListView1->viewport()->repaint();
             if (Zoom* z = s.rt->forms.Get<Zoom>()) z->repaint();
-            f.add(nowMs() - t0);
+            f.add(NowMs() - t0);
         }
         std::printf("  %-10s selected: zoom window and list  %s\n", qPrintable(common),
                     qPrintable(f.text()));
@@ -145,14 +140,14 @@ int main(int argc, char** argv) {
             d->Common01(t, false);
             const int rows = std::min(d->ListView1->Count(), 200);
             for (int row = 1; row <= rows; ++row) {
-                double t0 = nowMs();
+                double t0 = NowMs();
                 Q_EMIT d->ListView1->ItemClick(row);
                 d->Text1->viewport()->repaint();
-                first.add(nowMs() - t0);
-                t0 = nowMs();
+                first.add(NowMs() - t0);
+                t0 = NowMs();
                 Q_EMIT d->ListView1->ItemClick(row);
                 d->Text1->viewport()->repaint();
-                again.add(nowMs() - t0);
+                again.add(NowMs() - t0);
             }
         }
         std::printf("row entry with sentences, rows of %s (best / median / worst):\n",

@@ -1,12 +1,19 @@
 #pragma once
-// The program's services for a benchmark: real ones, except the screen, which is fixed, on a data
-// folder the benchmark made.
+// What the benchmarks share: a steady clock, and the program's services, real ones except the
+// screen, which is fixed, on a data folder the benchmark made.
 
 #include "core/runtime.h"
 
+#include <chrono>
 #include <memory>
 
 namespace vt::bench {
+
+// A steady clock in milliseconds, for timing a step.
+inline double NowMs() {
+    using namespace std::chrono;
+    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
+}
 
 struct Services {
     explicit Services(const QString& appPath, int screenWidthPx = 1024, int screenHeightPx = 768)
