@@ -15,12 +15,12 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <memory>
 
 using namespace vt;
-using vt::bench::Services;
+using bench::NowMs;
+using bench::Services;
 
 namespace {
 
@@ -54,9 +54,9 @@ bool sameTable(const Array1<CharEntry>& a, const Array1<CharEntry>& b) {
 template <class F> double best(int runs, F&& f) {
     double bestMs = 1e300;
     for (int i = 0; i < runs; ++i) {
-        const double t0 = bench::SteadyMs();
+        const double t0 = NowMs();
         f();
-        bestMs = std::min(bestMs, bench::SteadyMs() - t0);
+        bestMs = std::min(bestMs, NowMs() - t0);
     }
     return bestMs;
 }
@@ -71,9 +71,9 @@ int main(int argc, char** argv) {
     QTemporaryDir dir;
     const QString appPath = dir.path() + u'/';
     FileStore files;
-    const double g0 = bench::SteadyMs();
+    const double g0 = NowMs();
     const coursegen::CourseFiles course = coursegen::GenerateCourse(files, appPath);
-    const double generateMs = bench::SteadyMs() - g0;
+    const double generateMs = NowMs() - g0;
     qint64 bytes = 0;
     for (const QString& p : course.paths)
         bytes += QFile(FileStore::Resolve(p)).size();
@@ -111,12 +111,12 @@ int main(int argc, char** argv) {
     for (int i = 0; i < runs; ++i) {
         auto s = std::make_unique<Services>(appPath);
         LoadProgress progress;
-        const double t0 = bench::SteadyMs();
+        const double t0 = NowMs();
         LoadTitles(*s->rt, progress);
         LoadWordsAndSentences(*s->rt, progress);
-        const double t1 = bench::SteadyMs();
+        const double t1 = NowMs();
         BuildCharTable(*s->rt, progress);
-        const double t2 = bench::SteadyMs();
+        const double t2 = NowMs();
         titlesAndWordsMs = std::min(titlesAndWordsMs, t1 - t0);
         charTableMs = std::min(charTableMs, t2 - t1);
         loadMs = std::min(loadMs, t2 - t0);
@@ -128,9 +128,9 @@ int main(int argc, char** argv) {
     // The plain build of the character table, row by row, on the same words.
     const Array1<CharEntry> indexed = kb.CharTable;
     LoadProgress progress;
-    const double s0 = bench::SteadyMs();
+    const double s0 = NowMs();
     test::BuildCharTableByScanning(*kept->rt, progress);
-    const double scanMs = bench::SteadyMs() - s0;
+    const double scanMs = NowMs() - s0;
     const bool same = sameTable(indexed, kb.CharTable);
 
     int readings = 0;

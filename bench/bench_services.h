@@ -1,17 +1,23 @@
 #pragma once
-// What the benchmarks share: the program's services, real ones except the screen, on a data
-// folder, and a steady clock.
+// What the benchmarks share: a steady clock, and the program's services, real ones except the
+// screen, which is fixed, on a data folder the benchmark made.
 
 #include "core/runtime.h"
 
-#include <QString>
 #include <chrono>
 #include <memory>
 
 namespace vt::bench {
 
+// A steady clock in milliseconds, for timing a step.
+inline double NowMs() {
+    using namespace std::chrono;
+    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
+}
+
 struct Services {
-    explicit Services(const QString& appPath) {
+    explicit Services(const QString& appPath, int screenWidthPx = 1024, int screenHeightPx = 768)
+        : screen(screenWidthPx, screenHeightPx) {
         rt = std::make_unique<Runtime>(time, boxes, random, files, screen);
         rt->app.AppPath = appPath;
     }
@@ -22,11 +28,5 @@ struct Services {
     FixedScreenInfo screen;
     std::unique_ptr<Runtime> rt;
 };
-
-// A steady clock in milliseconds, with fractions.
-inline double SteadyMs() {
-    using namespace std::chrono;
-    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
-}
 
 } // namespace vt::bench

@@ -26,7 +26,7 @@ using vt::bench::Services;
 namespace {
 
 double nowUs() {
-    return bench::SteadyMs() * 1000;
+    return bench::NowMs() * 1000;
 }
 
 int readingsOf(const Array1<CharEntry>& table) {

@@ -115,6 +115,11 @@ void PlayWave(Runtime& rt, const QString& path, OwnerTag tag) {
     if (IsSyllableSoundPath(path)) ShowToneCurve(rt, rt.app.CurrentTone);
 }
 
+bool SharedPlayerPlaying(const Runtime& rt) {
+    return rt.sound && rt.sound->MMControl1 &&
+           rt.sound->MMControl1->Mode() == MMControl::ModePlaying;
+}
+
 void ReplayWave(Runtime& rt, OwnerTag tag) {
     if (!rt.sound) return;
     MMControl* player = rt.sound->MMControl1;

@@ -95,6 +95,8 @@ void ReplayWave(Runtime& rt, OwnerTag tag);
 void SpeakPinyin(Runtime& rt, const QString& text);
 // One step of the speech: the next syllable, or the end of the speech.
 void SpeakNextSyllable(Runtime& rt);
+// True while the desktop's shared player plays: a click that would speak must not cut into it.
+bool SharedPlayerPlaying(const Runtime& rt);
 // Shows a tone ("0" to "4") on the desktop's tone marker, when the desktop stands.
 void ShowToneCurve(Runtime& rt, const QString& tone);
 

@@ -1,7 +1,9 @@
 #include "program/form_registry.h"
 
 #include "core/runtime.h"
+#include "search/dictionary.h"
 #include "search/expressions_related.h"
+#include "search/zoom.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
 #include "tasks/typing.h"
@@ -16,6 +18,8 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<Newwords>();
     forms.Register<ExpressionsRelated>();
     forms.Register<Typing>();
+    forms.Register<Dictionary>();
+    forms.Register<Zoom>();
 }
 
 const QStringList& FormsStillToBuild() {
@@ -28,8 +32,6 @@ const QStringList& FormsStillToBuild() {
         QStringLiteral("Result1"),
         QStringLiteral("FindSentence"),
         QStringLiteral("Question"),
-        // The dictionary and its panel.
-        QStringLiteral("Dictionary"),
         // The assistants.
         QStringLiteral("Alphabet1"),
         QStringLiteral("Figure"),

@@ -115,6 +115,8 @@ void Background::timer1Tick() {
         begin->Show(this);
         begin->SetFocus();
     }
+    // The zoom window stands ready before the first selection (it is registered by name).
+    rt.forms.LoadByName(QStringLiteral("Zoom"));
     UpdateClocks();
     Timer5->SetEnabled(true);
     Label5->show();

@@ -107,6 +107,9 @@ void Begin::timer1Tick() {
         MoveToPanelArea(loading);
         loading->Show(this);
     }
+    // The dictionary is loaded hidden and lives for the whole run: it is there before the
+    // first look-up, and it provides the look-up on a selection to every text box.
+    rt.forms.LoadByName(QStringLiteral("Dictionary"));
 }
 
 void Begin::timer2Tick() {
