@@ -213,6 +213,18 @@ void BuildCharTable(Runtime& rt, LoadProgress& progress) {
     }
 }
 
+int16_t CharRowOf(const AppState& app, const QString& character) {
+    if (character.size() != 1) return 0;
+    const int rows = std::min<int>(app.CharCount, app.CharTable.Count());
+    for (int i = 1; i <= rows; ++i)
+        if (app.CharTable[i].Character == character) return static_cast<int16_t>(i);
+    return 0;
+}
+
+QString ReadingSoundFile(const QString& root, const CharReading& reading) {
+    return SyllableSoundFile(root, reading.Plain + reading.ToneSound);
+}
+
 void LoadKnowledgeBase(Runtime& rt, LoadProgress& progress) {
     LoadTitles(rt, progress);
     LoadWordsAndSentences(rt, progress);
