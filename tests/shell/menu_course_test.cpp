@@ -7,30 +7,12 @@
 #include "support/events.h"
 #include "support/test_env.h"
 
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace vt;
 using vt::test::TestEnv;
 
 namespace {
-
-// Copies the course's script files (titles, lesson words and texts) into the test's own folder,
-// so that the study position written on the way never lands in the built course.
-bool copyLessonScripts(const QString& from, const QString& to) {
-    if (!QFile::exists(from + "/Lessons/Title.zvk")) return false;
-    QDirIterator it(from + "/Lessons", QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        if (!path.endsWith(".zvk", Qt::CaseInsensitive)) continue;
-        const QString target = to + QDir(from).relativeFilePath(path);
-        QDir().mkpath(QFileInfo(target).absolutePath());
-        QFile::copy(path, target);
-    }
-    return true;
-}
 
 QString taskList(const Begin1* m) {
     QString s;
@@ -46,7 +28,7 @@ QString taskList(const Begin1* m) {
 
 TEST(LessonMenuOnTheCourse, AFirstStartOpensLessonOneAndTheMenuKeepsItsChoice) {
     TestEnv env;
-    if (!copyLessonScripts(QStringLiteral(VANTORIA_APP_DIR), env.rt->ProgramFolder))
+    if (!env.CopyLessonScripts(QStringLiteral(VANTORIA_APP_DIR)))
         GTEST_SKIP() << "the sample course is not built in " VANTORIA_APP_DIR;
     Runtime& rt = *env.rt;
     rt.forms.Load<StartOrNot>();

@@ -3,6 +3,7 @@
 #include "program/form_registry.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -31,6 +32,19 @@ void TestEnv::WriteFile(const QString& relative, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(p).absolutePath());
     QFile f(p);
     if (f.open(QIODevice::WriteOnly)) f.write(bytes);
+}
+
+bool TestEnv::CopyLessonScripts(const QString& from) {
+    if (!QFile::exists(from + "/Lessons/Title.zvk")) return false;
+    QDirIterator it(from + "/Lessons", QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        if (!path.endsWith(".zvk", Qt::CaseInsensitive)) continue;
+        const QString target = rt->ProgramFolder + QDir(from).relativeFilePath(path);
+        QDir().mkpath(QFileInfo(target).absolutePath());
+        QFile::copy(path, target);
+    }
+    return true;
 }
 
 } // namespace vt::test

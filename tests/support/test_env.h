@@ -19,6 +19,10 @@ struct TestEnv {
     // Writes a file below the data folder ("Lessons\Title.zvk"), creating folders.
     void WriteFile(const QString& relative, const QByteArray& bytes);
     QString Path(const QString& relative) const { return rt->app.AppPath + relative; }
+    // Copies the script files of a built course (titles, lesson words, texts and questions)
+    // from its data folder into this one, so that whatever a test writes on the way never lands
+    // in the built course. False when that folder holds no course.
+    bool CopyLessonScripts(const QString& from);
 
     QTemporaryDir dir;
     VirtualClock clock;
