@@ -95,6 +95,8 @@ bool Exercise3::eventFilter(QObject* watched, QEvent* event) {
             Label1_MouseMove(i);
             return true; // the form's own mouse move would put the light out again
         }
+        // Leaving straight onto another control never reaches the form's mouse move.
+        if (event->type() == QEvent::Leave && i == HoverCandidate) putOutLight();
     }
     return AppForm::eventFilter(watched, event);
 }
@@ -210,6 +212,11 @@ void Exercise3::Label1_MouseMove(int index) {
 }
 
 void Exercise3::Form_MouseMove(int, int, int, int) {
+    putOutLight();
+}
+
+// Silences the candidate under the mouse and puts its light out.
+void Exercise3::putOutLight() {
     if (HoverCandidate <= 0) return;
     Timer2->SetEnabled(false);
     closeSound();
@@ -268,6 +275,7 @@ void Exercise3::done() {
     results->FillResultList(app.Blanks);
 
     SetFocus();
+    putOutLight();
     for (int i = 1; i <= kCandidateCount; ++i)
         Label1[static_cast<size_t>(i)]->SetCaption(QString());
 

@@ -87,6 +87,7 @@ private:
     void cutBlanks();
     void offer(int index, const QString& character);
     void highlight(int index, bool on);
+    void putOutLight();
     void closeSound();
 
     // Where each blank's "(" stands in Text1, from 0.

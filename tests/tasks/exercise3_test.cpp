@@ -253,6 +253,14 @@ TEST(BlankFillingTask, ACandidateRestedOnSaysItsCharacter) {
     EXPECT_EQ(t.form->HoverCandidate, 0);
     t.env.clock.Advance(1000);
     EXPECT_TRUE(player->FileName().isEmpty());
+
+    // Leaving it straight for another control puts the light out as well.
+    test::MouseMoveOver(t.form->Label1[static_cast<size_t>(said)]);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(t.form->Label1[static_cast<size_t>(said)], &leave);
+    EXPECT_EQ(t.form->HoverCandidate, 0);
+    t.env.clock.Advance(1000);
+    EXPECT_TRUE(player->FileName().isEmpty());
 }
 
 // A row of the results marks its blank in the text and says its character.
