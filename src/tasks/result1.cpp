@@ -19,13 +19,16 @@ Result1::Result1(Runtime& runtime) : AppForm(runtime, kName) {
 
 void Result1::FillResultList(const Array1<Blank>& blanks) {
     std::vector<QStringList> rows;
+    std::vector<QString> characters;
     rows.reserve(static_cast<size_t>(blanks.Count()));
-    ResultChars.ReDim(blanks.Count(), false);
     for (int n = 1; n <= blanks.Count(); ++n) {
         const Blank& b = blanks[n];
         rows.push_back({QString::number(n), b.Character, BlankVerdict(b)});
-        ResultChars[n] = CharRowOf(rt.app, b.Character);
+        characters.push_back(b.Character);
     }
+    ResultChars.ReDim(0, false);
+    for (int16_t row : CharRowsOf(rt.app, characters))
+        ResultChars.Append(row);
     ListView1->SetRows(std::move(rows));
 }
 

@@ -31,15 +31,9 @@ TEST(BlankLayout, ReadTextsRunOnWithinAParagraphAndPlaysBreakEveryLine) {
     const QStringList read = {"你好", "我们好。", "  他们好。", "再见。"};
     const BlankText r = LayOutBlankText(read, read[0], false);
     EXPECT_EQ(r.text, QString(52, u' ') + "你好我们好。\r\n  他们好。再见。");
-    ASSERT_EQ(r.line.size(), static_cast<size_t>(r.text.size()));
-    EXPECT_EQ(r.line[52 + 2], 1); // 我
-    EXPECT_EQ(r.line[52 + 6], 2); // the line break goes with the new paragraph
-    EXPECT_EQ(r.line.back(), 3);
 
     const BlankText p = LayOutBlankText({"王明：你好！", "李华：你好。"}, "在饭馆", true);
     EXPECT_EQ(p.text, QString(50, u' ') + "在饭馆\r\n王明：你好！\r\n李华：你好。");
-    EXPECT_EQ(p.line[50], 0);
-    EXPECT_EQ(p.line[53], 1);
 
     // A title of 28 characters is not centred at all; a wider one is not pushed left.
     const QString wide(28, u'好');
@@ -51,10 +45,15 @@ TEST(BlankLayout, ReadTextsRunOnWithinAParagraphAndPlaysBreakEveryLine) {
 
 // Whatever the draws, every cut takes one Chinese character 2 to 21 places after the one
 // before, the cutting goes on until the end is within reach, and the text loses nothing else.
+// The text box counts a line break as one character: each blank is found there all the same.
 TEST(BlankCutting, CutsLieTwoToTwentyOnePlacesApartOnChineseCharactersOnly) {
-    const QStringList lines = {"学中文", "我叫Wang Ming，我是学生。",
-                               "  我们都在北京大学学习中文。", "老师说：“Hello! 你们好！”",
-                               "  今天是2024年10月1日，星期二。"};
+    const QStringList lines = {"学中文",
+                               "我叫Wang Ming，我是学生。",
+                               "  我们都在北京大学学习中文。",
+                               "老师说：“Hello! 你们好！”",
+                               "  今天是2024年10月1日，星期二。",
+                               "  我们都是北京大学的学生。",
+                               "  我们都是北京大学的学生。"};
     const BlankText laid = LayOutBlankText(lines, lines[0], false);
     const int lead = BlankLead(lines[0]);
     SeededRandom random;
@@ -73,25 +72,11 @@ TEST(BlankCutting, CutsLieTwoToTwentyOnePlacesApartOnChineseCharactersOnly) {
         }
         EXPECT_GT(last + kFarthestCut, laid.text.size()) << "stopped before the end, seed " << seed;
         EXPECT_EQ(uncut(cut), laid.text) << seed;
-        EXPECT_TRUE(cut.text.startsWith(QString(lead, u' ')));
-    }
-}
-
-// The text box counts a line break as one character: the places of the blanks there are found
-// in the shown text, also after paragraph breaks and with blank numbers of two digits.
-TEST(BlankCutting, ShownPlacesPointAtEachBlankInTheTextAsShown) {
-    QStringList lines = {"你好"};
-    for (int i = 0; i < 12; ++i)
-        lines << QStringLiteral("  我们都是北京大学的学生。");
-    const BlankText laid = LayOutBlankText(lines, lines[0], false);
-    SeededRandom random(7);
-    const BlankCut cut = CutBlanks(laid.text, BlankLead(lines[0]), random);
-    ASSERT_GE(cut.blanks.Count(), 10);
-    const QString shown = cut.Shown();
-    EXPECT_FALSE(shown.contains(u'\r'));
-    for (int n = 1; n <= cut.blanks.Count(); ++n) {
-        const QString mark = QStringLiteral("(%1)__").arg(n);
-        EXPECT_EQ(shown.mid(cut.shownPlaces[static_cast<size_t>(n - 1)], mark.size()), mark);
+        const QString shown = cut.Shown();
+        for (int n = 1; n <= cut.blanks.Count(); ++n) {
+            const QString mark = QStringLiteral("(%1)__").arg(n);
+            EXPECT_EQ(shown.mid(cut.shownPlaces[static_cast<size_t>(n - 1)], mark.size()), mark);
+        }
     }
 }
 
@@ -121,23 +106,20 @@ TEST(BlankCutting, TextsWithoutAPlaceToCutEndTheCuttingInsteadOfDrawingForEver) 
     EXPECT_GE(wide.cutPlaces.front(), kNearestCut);
 }
 
-TEST(BlankCandidates, FourBlanksOrFewerOfferTheirOwnCharactersInSomeOrder) {
+// Four blanks or fewer offer their own characters in some order. With more, the four come from
+// blanks 1 to 4 only, and the current blank's own character is always among them, taking one
+// of their places when it is not.
+TEST(BlankCandidates, FewBlanksOfferTheirOwnAndMoreOfferBlanksOneToFourAndTheRightOne) {
     SeededRandom random(11);
-    for (const QString chars : {"我", "我你", "我你他", "我你他我"}) {
+    for (const QString chars : {"我", "我你他我"}) {
         const auto offered = FixedCandidates(blanksOf(chars), random);
         std::multiset<QString> got(offered.begin(), offered.end()), want;
         for (QChar c : chars)
             want.insert(QString(c));
         EXPECT_EQ(got, want) << chars.toStdString();
     }
-}
-
-// Five blanks or more: the four come from blanks 1 to 4 only, and the current blank's own
-// character is always among them, taking one of their places when it is not.
-TEST(BlankCandidates, MoreBlanksOfferBlanksOneToFourAndAlwaysTheRightOne) {
     const Array1<Blank> blanks = blanksOf("我你他她们好");
     const std::set<QString> firstFour = {"我", "你", "他", "她"};
-    SeededRandom random(5);
     for (int round = 0; round < 50; ++round) {
         for (int current = 1; current <= blanks.Count(); ++current) {
             const auto offered = CandidatesFor(blanks, current, random);
