@@ -45,6 +45,13 @@ struct LessonWord {
     QString Pinyin;
 };
 
+// One blank of the blank-filling task: the character cut out of the text, and the one the
+// learner put in its place (empty while the blank is unfilled).
+struct Blank {
+    QString Character;
+    QString Answer;
+};
+
 struct AppState {
     // Program folder with a trailing separator; the prefix of every data path.
     QString AppPath;
@@ -96,6 +103,8 @@ struct AppState {
 
     // Tasks and search.
     bool VocabularyTaskOpen = false;
+    int16_t BlankCount = 0;
+    Array1<Blank> Blanks;
     int16_t AssistantOpenFlag = 0;
 };
 

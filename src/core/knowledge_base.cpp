@@ -6,6 +6,7 @@
 #include "core/script_file.h"
 
 #include <QChar>
+#include <QHash>
 #include <algorithm>
 
 namespace vt {
@@ -211,6 +212,34 @@ void BuildCharTable(Runtime& rt, LoadProgress& progress) {
         addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, rowOf);
         progress.Step(CharacterBar);
     }
+}
+
+int16_t CharRowOf(const AppState& app, const QString& character) {
+    if (character.size() != 1) return 0;
+    const int rows = std::min<int>(app.CharCount, app.CharTable.Count());
+    for (int i = 1; i <= rows; ++i)
+        if (app.CharTable[i].Character == character) return static_cast<int16_t>(i);
+    return 0;
+}
+
+std::vector<int16_t> CharRowsOf(const AppState& app, const std::vector<QString>& characters) {
+    std::vector<int16_t> rows(characters.size(), 0);
+    QHash<QString, std::vector<size_t>> wanted; // each character and where it was asked for
+    for (size_t i = 0; i < characters.size(); ++i)
+        if (characters[i].size() == 1) wanted[characters[i]].push_back(i);
+    const int count = std::min<int>(app.CharCount, app.CharTable.Count());
+    for (int r = 1; r <= count && !wanted.isEmpty(); ++r) {
+        const auto it = wanted.constFind(app.CharTable[r].Character);
+        if (it == wanted.constEnd()) continue;
+        for (size_t i : *it)
+            rows[i] = static_cast<int16_t>(r);
+        wanted.erase(it);
+    }
+    return rows;
+}
+
+QString ReadingSoundFile(const QString& root, const CharReading& reading) {
+    return SyllableSoundFile(root, reading.Plain + reading.ToneSound);
 }
 
 void LoadKnowledgeBase(Runtime& rt, LoadProgress& progress) {

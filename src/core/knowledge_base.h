@@ -59,6 +59,16 @@ void BuildCharTable(Runtime& rt, LoadProgress& progress);
 // All three stages in their order.
 void LoadKnowledgeBase(Runtime& rt, LoadProgress& progress);
 
+// The first row of CharTable that holds this character, or 0 when none does (or the text is not
+// one character).
+int16_t CharRowOf(const AppState& app, const QString& character);
+// The same for many characters at once, in one pass over the table.
+std::vector<int16_t> CharRowsOf(const AppState& app, const std::vector<QString>& characters);
+
+// The recording of a character's reading: Phonetic Symbols\<Initial in upper case>\ and the
+// syllable in its sound file's tone ("zhong1", a neutral one as "ma1"); see data_paths.h.
+QString ReadingSoundFile(const QString& root, const CharReading& reading);
+
 // One syllable of a word's Pinyin: its letters (trimmed, dot in place) and its tone digit, which
 // is empty when the Pinyin has no digit at all. Views into the Pinyin text.
 struct WordSyllable {

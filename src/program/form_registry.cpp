@@ -4,8 +4,10 @@
 #include "search/dictionary.h"
 #include "search/expressions_related.h"
 #include "search/zoom.h"
+#include "tasks/exercise3.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
+#include "tasks/result1.h"
 #include "tasks/typing.h"
 #include "tasks/words_panel.h"
 
@@ -20,6 +22,8 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<Typing>();
     forms.Register<Dictionary>();
     forms.Register<Zoom>();
+    forms.Register<Exercise3>();
+    forms.Register<Result1>();
 }
 
 const QStringList& FormsStillToBuild() {
@@ -28,8 +32,6 @@ const QStringList& FormsStillToBuild() {
         QStringLiteral("Text"),
         QStringLiteral("ListeningTV"),
         QStringLiteral("Vocabulary"),
-        QStringLiteral("Exercise3"),
-        QStringLiteral("Result1"),
         QStringLiteral("FindSentence"),
         QStringLiteral("Question"),
         // The assistants.

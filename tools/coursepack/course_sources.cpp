@@ -2,6 +2,7 @@
 
 #include "lesson_checks.h"
 
+#include "core/blank_layout.h"
 #include "core/pinyin.h"
 #include "core/syllable_table.h"
 #include "platform/helpers.h"
@@ -315,12 +316,12 @@ void Reader::checkLesson(const Lesson& lesson, const QString& rel) {
 
     const QString& title = lesson.IsPlay() ? lesson.playTitle : lines[0];
     const SourcePlace& titlePlace = lesson.IsPlay() ? lesson.playPlace : places[0];
-    if (title.size() > kWidestTitle) {
+    if (title.size() > kBlankTitleWidth) {
         fail(titlePlace.file, titlePlace.line,
              QStringLiteral("the title line has %1 characters; blank filling centres the title "
                             "in %2 places")
                  .arg(title.size())
-                 .arg(kWidestTitle));
+                 .arg(kBlankTitleWidth));
         return;
     }
     if (const auto stall = BlankCuttingStalls(lines, lesson.IsPlay(), lesson.playTitle)) {

@@ -9,7 +9,8 @@
 //   more Chinese characters: such a line needs two different characters that may be swapped.
 // - Blank filling cuts a character every 2 to 21 characters of its laid-out text, and draws
 //   again while it lands on anything but a Chinese character: after any character it may cut,
-//   one of the 2nd to 21st characters on must be Chinese, unless the text ends first.
+//   one of the 2nd to 21st characters on must be Chinese, unless the text ends first. The
+//   layout and the rule of the cuts are the task's own (core/blank_layout.h).
 
 #include <QString>
 #include <QStringList>
@@ -27,15 +28,12 @@ bool LineIsAsked(const QString& line);
 // one of the marks the swap passes over.
 bool LineCanBeSwapped(const QString& line);
 
-// The widest title the blank-filling task lays out: it centres the title in 28 places.
-inline constexpr int kWidestTitle = 28;
-
 // Where blank filling could never place its next blank, for a text as the program holds it: a
 // read text's lines (line 1 its title, a new paragraph beginning with two blanks), or a play's
 // title and its shown lines. The answer is the index of the line on which the endless stretch
 // begins (0 for a play's title, then 1 for its first line; for a read text the index into its
-// lines), or nothing when every blank can be placed. A title wider than kWidestTitle is not
-// laid out at all; the caller refuses it first.
+// lines), or nothing when every blank can be placed. A title wider than kBlankTitleWidth
+// (core/blank_layout.h) is not laid out at all; the caller refuses it first.
 std::optional<int> BlankCuttingStalls(const QStringList& lines, bool play,
                                       const QString& playTitle = QString());
 
