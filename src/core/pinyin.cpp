@@ -160,25 +160,27 @@ QString DotsToSpaces(const QString& text) {
     return Trim(out);
 }
 
+bool IsStrippedPunctuation(char16_t c) {
+    switch (c) {
+    case u'\\':
+    case u'/':
+    case u'.':
+    case u'(':
+    case u')':
+    case u'\uFF1F': // ？
+    case u'\uFF01': // ！
+    case u'\uFF0C': // ，
+    case u'\uFF08': // （
+    case u'\uFF09': // ）
+    case u'\u3002': // 。
+        return true;
+    default:
+        return false;
+    }
+}
+
 QString StripPunctuation(const QString& text) {
-    return without(text, [](char16_t c) {
-        switch (c) {
-        case u'\\':
-        case u'/':
-        case u'.':
-        case u'(':
-        case u')':
-        case u'\uFF1F': // ？
-        case u'\uFF01': // ！
-        case u'\uFF0C': // ，
-        case u'\uFF08': // （
-        case u'\uFF09': // ）
-        case u'\u3002': // 。
-            return true;
-        default:
-            return false;
-        }
-    });
+    return without(text, IsStrippedPunctuation);
 }
 
 QString StripSentenceMarks(const QString& text) {

@@ -41,6 +41,8 @@ QString DotsToSpaces(const QString& text);
 
 // Drops exactly \ / . ( ) ？ ！ ， （ ） 。 and nothing else: the ASCII comma stays.
 QString StripPunctuation(const QString& text);
+// Whether StripPunctuation drops c.
+bool IsStrippedPunctuation(char16_t c);
 
 // Drops exactly ) ( ？ ！ ，
 QString StripSentenceMarks(const QString& text);
