@@ -9,6 +9,9 @@
 #include <QChar>
 #include <algorithm>
 #include <array>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 
 namespace vt {
 
@@ -109,15 +112,74 @@ QString letterText(const QString& plain) {
     return c < 128 ? ascii[c] : QString(QChar(c));
 }
 
+// Two texts of a few letters compared in place: this runs for every character of every word.
+bool sameText(const QString& a, QStringView b) {
+    if (a.size() != b.size()) return false;
+    const QChar* x = a.constData();
+    const QChar* y = b.data();
+    for (qsizetype i = 0; i < b.size(); ++i)
+        if (x[i] != y[i]) return false;
+    return true;
+}
+
+// The three tone fields of a reading from the digit of its syllable (none when empty).
+void fillTone(CharReading& r, QStringView digit) {
+    r.Tone = digit.isEmpty() ? QString() : digitText(digit[0]);
+    if (r.Tone.isEmpty()) {
+        r.ToneKey = QStringLiteral("0");
+        r.ToneSound = QString();
+    } else if (r.Tone == u"0") {
+        r.ToneKey = r.Tone;
+        r.ToneSound = digitText(u'1');
+    } else {
+        r.ToneKey = r.Tone;
+        r.ToneSound = r.Tone;
+    }
+}
+
+// Makes the readings of the character table. Many characters share a syllable ("sh.i" is read
+// by dozens), so its letter fields are made once and shared by every reading of it.
+class ReadingMaker {
+public:
+    CharReading Make(const WordSyllable& s) {
+        const std::u16string_view letters(reinterpret_cast<const char16_t*>(s.Letters.data()),
+                                          size_t(s.Letters.size()));
+        auto it = known_.find(letters);
+        if (it == known_.end()) {
+            const CharReading fresh = MakeReading({s.Letters, QStringView()});
+            it = known_.emplace(std::u16string(letters), fresh).first;
+        }
+        CharReading r;
+        r.Pinyin = it->second.Pinyin;
+        r.Plain = it->second.Plain;
+        r.Initial = it->second.Initial;
+        fillTone(r, s.ToneDigit);
+        return r;
+    }
+
+private:
+    struct Hash {
+        using is_transparent = void;
+        size_t operator()(std::u16string_view v) const {
+            return std::hash<std::u16string_view>{}(v);
+        }
+    };
+    std::unordered_map<std::u16string, CharReading, Hash, std::equal_to<>> known_;
+};
+
 bool sameReading(const CharReading& r, const WordSyllable& s) {
-    return r.Tone == s.ToneDigit && r.Pinyin == s.Letters;
+    // The tone is one digit or none: told apart before the letters are compared.
+    const qsizetype tone = s.ToneDigit.size();
+    if (r.Tone.size() != tone || (tone == 1 && r.Tone.front() != s.ToneDigit.front())) return false;
+    return sameText(r.Pinyin, s.Letters);
 }
 
 // Adds the readings of one word to CharTable; rowOf holds the row of each character met so far
 // (by its UTF-16 code unit, 0 when not met yet). The Chinese text is walked as it stands, its
 // stripped marks passed over, so no stripped copy is made.
 void addWord(AppState& app, QStringView chinese, QStringView pinyin,
-             std::vector<WordSyllable>& syllables, std::vector<int16_t>& rowOf) {
+             std::vector<WordSyllable>& syllables, std::vector<int16_t>& rowOf,
+             ReadingMaker& readings) {
     CutWordSyllables(pinyin, syllables);
     const auto kept = [](QChar c) { return !IsStrippedPunctuation(c.unicode()); };
     if (std::count_if(chinese.begin(), chinese.end(), kept) !=
@@ -133,14 +195,14 @@ void addWord(AppState& app, QStringView chinese, QStringView pinyin,
             const bool known = std::any_of(entry.Readings.begin(), entry.Readings.end(),
                                            [&](const CharReading& r) { return sameReading(r, s); });
             if (known || entry.ReadingCount >= kMaxRows) continue;
-            entry.Readings.Append(MakeReading(s));
+            entry.Readings.Append(readings.Make(s));
             ++entry.ReadingCount;
         } else {
             if (app.CharTable.Count() >= kMaxRows) continue;
             CharEntry entry;
             entry.Character = QString(c);
             entry.ReadingCount = 1;
-            entry.Readings.Append(MakeReading(s));
+            entry.Readings.Append(readings.Make(s));
             app.CharTable.Append(std::move(entry));
             app.CharCount = static_cast<int16_t>(app.CharTable.Count());
             rowOf[c.unicode()] = app.CharCount;
@@ -162,13 +224,23 @@ void LoadProgress::SetValue(int bar, int value) {
 
 void CutWordSyllables(QStringView pinyin, std::vector<WordSyllable>& out) {
     out.clear();
+    const QChar* const text = pinyin.data();
+    const qsizetype size = pinyin.size();
+    // Blanks around the letters are trimmed in place; this runs for every word of the course.
+    const auto letters = [text](qsizetype begin, qsizetype end) {
+        while (begin < end && text[begin] == u' ')
+            ++begin;
+        while (end > begin && text[end - 1] == u' ')
+            --end;
+        return QStringView(text + begin, end - begin);
+    };
     qsizetype start = 0;
-    for (qsizetype i = 0; i < pinyin.size(); ++i) {
-        if (!isDigit(pinyin[i])) continue;
-        out.push_back({TrimView(pinyin.sliced(start, i - start)), pinyin.sliced(i, 1)});
+    for (qsizetype i = 0; i < size; ++i) {
+        if (!isDigit(text[i])) continue;
+        out.push_back({letters(start, i), QStringView(text + i, 1)});
         start = i + 1;
     }
-    if (out.empty()) out.push_back({TrimView(pinyin), QStringView()});
+    if (out.empty()) out.push_back({letters(0, size), QStringView()});
 }
 
 CharReading MakeReading(const WordSyllable& s) {
@@ -176,16 +248,7 @@ CharReading MakeReading(const WordSyllable& s) {
     r.Pinyin = s.Letters.toString();
     r.Plain = StripPunctuation(r.Pinyin);
     r.Initial = letterText(r.Plain);
-    r.Tone = s.ToneDigit.isEmpty() ? QString() : digitText(s.ToneDigit[0]);
-    if (r.Tone.isEmpty()) {
-        r.ToneKey = QStringLiteral("0");
-    } else if (r.Tone == u"0") {
-        r.ToneKey = r.Tone;
-        r.ToneSound = QStringLiteral("1");
-    } else {
-        r.ToneKey = r.Tone;
-        r.ToneSound = r.Tone;
-    }
+    fillTone(r, s.ToneDigit);
     return r;
 }
 
@@ -269,8 +332,9 @@ void BuildCharTable(Runtime& rt, LoadProgress& progress) {
     app.CharCount = 0;
     std::vector<int16_t> rowOf(0x10000, 0);
     std::vector<WordSyllable> syllables; // reused from word to word
+    ReadingMaker readings;
     for (int w = 1; w <= app.WordCount; ++w) {
-        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, rowOf);
+        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, rowOf, readings);
         progress.Step(CharacterBar);
     }
 }

@@ -73,8 +73,16 @@ void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int1
     const int lastLine = stopLine >= 1 ? int{stopLine} : kMostLines;
     // Every record gives at most one code unit, except the zero code's run of blanks, which
     // makes room for itself. w is the write position; text always has room for the records left.
-    out.text.resize(static_cast<size_t>(records));
-    char16_t* buf = out.text.data();
+    // Left uninitialised: every unit read back has been written.
+    const auto room = [&out](qsizetype needed, qsizetype keep) {
+        if (out.text && out.textCapacity >= needed) return;
+        std::unique_ptr<char16_t[]> grown(new char16_t[size_t(needed)]);
+        if (keep > 0) std::copy_n(out.text.get(), keep, grown.get());
+        out.text = std::move(grown);
+        out.textCapacity = needed;
+    };
+    room(records, 0);
+    char16_t* buf = out.text.get();
     qsizetype w = 0;
     int16_t code = 0; // kept across records: a family without a table repeats it
     for (; p != end; p += kRecordSize) {
@@ -102,8 +110,8 @@ void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int1
             random.Randomize();
             const auto blanks = static_cast<qsizetype>(Int(random.Rnd() * 100));
             const qsizetype left = (end - p) / kRecordSize - 1;
-            out.text.resize(static_cast<size_t>(w + blanks + left));
-            buf = out.text.data();
+            room(w + blanks + left, w);
+            buf = out.text.get();
             std::fill_n(buf + w, blanks, u' ');
             w += blanks;
         } else if (code != kCarriageReturn) {
@@ -114,7 +122,7 @@ void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int1
     // stop the last line has just ended.
     const qsizetype lastEnd = out.lineEnds.empty() ? 0 : out.lineEnds.back();
     if (w > lastEnd) out.lineEnds.push_back(w);
-    out.text.resize(static_cast<size_t>(w));
+    out.textSize = w;
 }
 
 ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,

@@ -23,6 +23,7 @@
 #include <QStringList>
 #include <QStringView>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace vt {
@@ -43,20 +44,22 @@ struct ScriptText {
 // it. Decoding again into the same buffer reuses its memory.
 struct ScriptBuffer {
     bool corrupted = false;
-    qsizetype badRecord = 0; // as in ScriptText
-    std::vector<char16_t> text;
+    qsizetype badRecord = 0;          // as in ScriptText
+    std::unique_ptr<char16_t[]> text; // the code units, textSize of them in use
+    qsizetype textSize = 0;
+    qsizetype textCapacity = 0;
     std::vector<qsizetype> lineEnds; // end of line i (from 1) in text; line i starts at end i-1
 
     int LineCount() const { return static_cast<int>(lineEnds.size()); }
     // Line i, from 1 to LineCount().
     QStringView Line(int i) const {
         const qsizetype begin = i > 1 ? lineEnds[size_t(i - 2)] : 0;
-        return QStringView(text.data() + begin, lineEnds[size_t(i - 1)] - begin);
+        return QStringView(text.get() + begin, lineEnds[size_t(i - 1)] - begin);
     }
     void Clear() {
         corrupted = false;
         badRecord = 0;
-        text.clear();
+        textSize = 0;
         lineEnds.clear();
     }
 };
