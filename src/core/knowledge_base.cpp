@@ -5,8 +5,13 @@
 #include "core/runtime.h"
 #include "core/script_file.h"
 #include "core/substitution_tables.h"
+#include "platform/files.h"
 
 #include <QChar>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QSet>
 #include <algorithm>
 #include <array>
 #include <string>
@@ -41,6 +46,41 @@ QString paddedMeaning(QStringView line) {
     return out;
 }
 
+// Which files of the course are there, from one listing of each folder: a course may leave many
+// lessons without files, and looking for each missing file by itself lists its folder again
+// every time. Names are matched without regard to case, as the file store matches them.
+class PresentFiles {
+public:
+    explicit PresentFiles(const QString& root) : rootSize_(root.size()) {}
+
+    // path: the root followed by folders and a file name. A name spelt as on disk is found at
+    // once; only then are folders listed.
+    bool Has(const QString& path) {
+        const qsizetype cut = std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
+        if (cut < rootSize_) return true; // the root itself, or a file in it: the reader looks
+        if (QFileInfo::exists(QString(path).replace(u'\\', u'/'))) return true;
+        return namesIn(path.left(cut)).contains(path.mid(cut + 1).toLower());
+    }
+
+private:
+    const QSet<QString>& namesIn(const QString& folder) {
+        const auto known = listings_.constFind(folder);
+        if (known != listings_.constEnd()) return *known;
+        QSet<QString> names;
+        if (Has(folder)) {
+            const QStringList entries = QDir(FileStore::Resolve(folder))
+                                            .entryList(QDir::AllEntries | QDir::Hidden |
+                                                       QDir::System | QDir::NoDotAndDotDot);
+            for (const QString& e : entries)
+                names.insert(e.toLower());
+        }
+        return *listings_.insert(folder, std::move(names));
+    }
+
+    qsizetype rootSize_;
+    QHash<QString, QSet<QString>> listings_;
+};
+
 // The files of one family read and decoded ahead, so that the tables can be reserved at their
 // final size before the first row goes in. An unreadable file stands there with no lines.
 struct ReadFiles {
@@ -50,14 +90,16 @@ struct ReadFiles {
 
 // Reads path(n) for n in 1..count; each file found moves bar by one.
 template <class PathOf>
-ReadFiles readAll(Runtime& rt, int count, PathOf pathOf, const QString& family,
-                  LoadProgress& progress, int bar) {
+ReadFiles readAll(Runtime& rt, PresentFiles& present, int count, PathOf pathOf,
+                  const QString& family, LoadProgress& progress, int bar) {
     const SubstitutionTable* table = TableForFamily(family);
     ReadFiles out;
     out.buffers.reserve(size_t(count));
     ScriptBuffer buffer;
     for (int n = 1; n <= count; ++n) {
-        const ScriptRead read = ReadScriptInto(rt, pathOf(n), table, 0, buffer);
+        const QString path = pathOf(n);
+        if (!present.Has(path)) continue;
+        const ScriptRead read = ReadScriptInto(rt, path, table, 0, buffer);
         if (read == ScriptRead::Missing) continue;
         out.buffers.push_back(std::move(buffer));
         out.numbers.push_back(n);
@@ -279,11 +321,12 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.WordTable.Erase();
     app.WordPinyin.Erase();
     app.WordOrigin.Erase();
+    PresentFiles present(root);
     const ReadFiles lessonWords = readAll(
-        rt, kLessonCount, [&](int n) { return LessonWordsFile(root, n); }, QStringLiteral("RW"),
-        progress, VocabularyBar);
+        rt, present, kLessonCount, [&](int n) { return LessonWordsFile(root, n); },
+        QStringLiteral("RW"), progress, VocabularyBar);
     const ReadFiles vocabulary = readAll(
-        rt, kVocabularyFileCount, [&](int n) { return VocabularyFile(root, n); },
+        rt, present, kVocabularyFileCount, [&](int n) { return VocabularyFile(root, n); },
         QStringLiteral("VO"), progress, VocabularyBar);
     const int words = std::min(triplesIn(lessonWords) + triplesIn(vocabulary), int{kMaxRows});
     app.WordTable.Reserve(words);
@@ -304,8 +347,8 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.SentenceTable.Erase();
     app.SentenceLesson.Erase();
     const ReadFiles texts = readAll(
-        rt, kLessonCount, [&](int n) { return LessonTextFile(root, n); }, QStringLiteral("RT"),
-        progress, SentenceBar);
+        rt, present, kLessonCount, [&](int n) { return LessonTextFile(root, n); },
+        QStringLiteral("RT"), progress, SentenceBar);
     int sentences = 0;
     for (const ScriptBuffer& b : texts.buffers)
         sentences += b.LineCount();
