@@ -212,7 +212,8 @@ private:
 bool sameReading(const CharReading& r, const WordSyllable& s) {
     // The tone is one digit or none: told apart before the letters are compared.
     const qsizetype tone = s.ToneDigit.size();
-    if (r.Tone.size() != tone || (tone == 1 && r.Tone.front() != s.ToneDigit.front())) return false;
+    if (r.Tone.size() != tone) return false;
+    if (tone == 1 && r.Tone.constData()[0] != s.ToneDigit.data()[0]) return false;
     return sameText(r.Pinyin, s.Letters);
 }
 
