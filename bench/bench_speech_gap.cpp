@@ -11,7 +11,8 @@
 //                                 stereo, e.g. from parec of the server's monitor)
 //
 // The syllables are sine tones of known lengths written for this run; gaps are stretches of
-// exact silence of at least 8 samples between sounds.
+// exact silence of at least 8 samples between sounds. Our engine is opened as the program opens
+// it, with the sound server latency the program asks for; the naive player is given the same.
 
 #include "core/data_paths.h"
 #include "core/runtime.h"

@@ -3,14 +3,18 @@
 // files, and the vocabulary files, enciphered as the program reads them. The words are random
 // but well formed: characters from a fixed pool, each with a reading of its own and now and then
 // a second one, a few neutral tones, a few words without tone digits and a few whose syllables
-// do not pair with their characters. Used by the loading benchmark (full size) and by tests
-// (small). The same shape and seed always give the same files.
+// do not pair with their characters. Characters are drawn as in a real word list: a few very
+// often, a long tail seldom (rank r is drawn in proportion to 1 / r^zipf; zipf 0 draws them
+// evenly). Meanings have one to four glosses. Used by the loading benchmark (full size) and by
+// tests (small). The same shape and seed always give the same files.
 
 #include "core/script_file.h"
 #include "platform/files.h"
 
 #include <QStringList>
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <random>
 
@@ -22,7 +26,8 @@ struct CourseShape {
     int textLinesPerLesson = 12;
     int vocabularyFiles = 20;
     int wordsPerVocabularyFile = 1400;
-    int characterPool = 6800; // distinct characters the words draw from
+    int characterPool = 7000; // distinct characters the words draw from
+    double zipf = 0.9;        // how steeply frequency falls with rank; 0 for an even draw
     uint32_t seed = 2007;
 };
 
@@ -52,7 +57,16 @@ public:
             // Spread over the common block so that the characters look like the real thing.
             pool_.push_back(QChar(static_cast<char16_t>(0x4E00 + (i * 3) % 0x51A0)));
             readings_.push_back(pick(static_cast<int>(kSyllables.size())));
+            weight_ += shape.zipf > 0 ? std::pow(double(i + 1), -shape.zipf) : 1.0;
+            cumulative_.push_back(weight_);
         }
+    }
+
+    // A character of the pool by its frequency.
+    int character() {
+        const double x = std::uniform_real_distribution<double>(0, weight_)(rng_);
+        const auto at = std::upper_bound(cumulative_.begin(), cumulative_.end(), x);
+        return std::min(int(at - cumulative_.begin()), shape_.characterPool - 1);
     }
 
     int pick(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
@@ -64,7 +78,7 @@ public:
         const int length = lengthRoll < 25 ? 1 : lengthRoll < 80 ? 2 : lengthRoll < 92 ? 3 : 4;
         QString chinese, pinyin;
         for (int i = 0; i < length; ++i) {
-            const int c = pick(shape_.characterPool);
+            const int c = character();
             chinese += pool_[static_cast<size_t>(c)];
             if (!pinyin.isEmpty()) pinyin += u' ';
             pinyin += QLatin1String(kSyllables[static_cast<size_t>(readings_[size_t(c)])]);
@@ -77,15 +91,21 @@ public:
         if (length == 1 && chance(1)) pinyin.chop(1); // no tone digit
         if (length > 1 && chance(1)) pinyin = pinyin.left(pinyin.lastIndexOf(u' ')); // no pair
         if (chance(2)) chinese += QStringLiteral("（") + pool_[0] + QStringLiteral("）");
-        lines << u' ' + pinyin << chinese
-              << QLatin1String(kMeaningWords[size_t(pick(int(kMeaningWords.size())))]) + u' ';
+        const int glossRoll = pick(100);
+        const int glosses = glossRoll < 35 ? 1 : glossRoll < 70 ? 2 : glossRoll < 90 ? 3 : 4;
+        QString meaning;
+        for (int i = 0; i < glosses; ++i) {
+            if (i > 0) meaning += QStringLiteral("; ");
+            meaning += QLatin1String(kMeaningWords[size_t(pick(int(kMeaningWords.size())))]);
+        }
+        lines << u' ' + pinyin << chinese << meaning + u' ';
     }
 
     QString sentence() {
         QString s;
         const int length = 8 + pick(14);
         for (int i = 0; i < length; ++i)
-            s += pool_[size_t(pick(std::min(shape_.characterPool, 1500)))];
+            s += pool_[size_t(character())];
         return s + (chance(20) ? QStringLiteral("？") : QStringLiteral("。"));
     }
 
@@ -96,6 +116,8 @@ private:
     std::mt19937 rng_;
     std::vector<QChar> pool_;
     std::vector<int> readings_;
+    std::vector<double> cumulative_; // running sum of the weights of ranks 1..i+1
+    double weight_ = 0;
 };
 
 inline void put(FileStore& files, CourseFiles& out, const QString& appPath, const QString& rel,

@@ -109,10 +109,11 @@ bool isChinese(QChar c) {
 
 // The text without the characters for which drop() is true.
 template <class Pred> QString without(const QString& text, Pred drop) {
-    QString out;
-    out.reserve(text.size());
+    QString out(text.size(), Qt::Uninitialized);
+    QChar* to = out.data();
     for (QChar c : text)
-        if (!drop(c.unicode())) out += c;
+        if (!drop(c.unicode())) *to++ = c;
+    out.truncate(to - out.constData());
     return out;
 }
 
@@ -161,24 +162,7 @@ QString DotsToSpaces(const QString& text) {
 }
 
 QString StripPunctuation(const QString& text) {
-    return without(text, [](char16_t c) {
-        switch (c) {
-        case u'\\':
-        case u'/':
-        case u'.':
-        case u'(':
-        case u')':
-        case u'\uFF1F': // ？
-        case u'\uFF01': // ！
-        case u'\uFF0C': // ，
-        case u'\uFF08': // （
-        case u'\uFF09': // ）
-        case u'\u3002': // 。
-            return true;
-        default:
-            return false;
-        }
-    });
+    return without(text, IsStrippedPunctuation);
 }
 
 QString StripSentenceMarks(const QString& text) {

@@ -41,6 +41,25 @@ QString DotsToSpaces(const QString& text);
 
 // Drops exactly \ / . ( ) ？ ！ ， （ ） 。 and nothing else: the ASCII comma stays.
 QString StripPunctuation(const QString& text);
+// Whether StripPunctuation drops c.
+constexpr bool IsStrippedPunctuation(char16_t c) {
+    switch (c) {
+    case u'\\':
+    case u'/':
+    case u'.':
+    case u'(':
+    case u')':
+    case u'\uFF1F': // ？
+    case u'\uFF01': // ！
+    case u'\uFF0C': // ，
+    case u'\uFF08': // （
+    case u'\uFF09': // ）
+    case u'\u3002': // 。
+        return true;
+    default:
+        return false;
+    }
+}
 
 // Drops exactly ) ( ？ ！ ，
 QString StripSentenceMarks(const QString& text);

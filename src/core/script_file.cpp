@@ -43,51 +43,98 @@ void showCorrupted(Runtime& rt, const QString& path) {
 
 } // namespace
 
-ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
-                        Random& random) {
-    ScriptText out;
+void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
+                      Random& random, ScriptBuffer& out) {
+    out.Clear();
     const qsizetype records = bytes.size() / kRecordSize;
-    if (records < 1) return out;
+    if (records < 1) return;
     const auto* p = reinterpret_cast<const uint8_t*>(bytes.data());
-    if (const qsizetype bad = firstOverflow(p, records)) {
+    const uint8_t* const first = p;
+    const uint8_t* const end = p + records * kRecordSize;
+    const auto corrupted = [&](qsizetype bad) {
+        out.Clear();
         out.corrupted = true;
         out.badRecord = bad;
-        return out;
-    }
+    };
+    // The rest of the file from p on is checked at once before anything is drawn from random or
+    // before the reading stops early: a corrupted file leaves no trace at all.
+    bool restChecked = false;
+    const auto checkRest = [&]() -> bool {
+        if (restChecked) return true;
+        restChecked = true;
+        const qsizetype at = (p - first) / kRecordSize;
+        if (const qsizetype bad = firstOverflow(p, records - at)) {
+            corrupted(at + bad);
+            return false;
+        }
+        return true;
+    };
 
     const int lastLine = stopLine >= 1 ? int{stopLine} : kMostLines;
-    // The one buffer that grows; each stored line is an exact-size copy of it. A plain array of
-    // code units, so that adding a character is a store and not a string operation.
-    std::u16string line;
-    line.reserve(static_cast<size_t>(std::min<qsizetype>(records, 256)));
-    const auto store = [&out, &line] {
-        out.lines.Append(QString(reinterpret_cast<const QChar*>(line.data()),
-                                 static_cast<qsizetype>(line.size())));
-        line.clear();
+    // Every record gives at most one code unit, except the zero code's run of blanks, which
+    // makes room for itself. w is the write position; text always has room for the records left.
+    // Left uninitialised: every unit read back has been written.
+    const auto room = [&out](qsizetype needed, qsizetype keep) {
+        if (out.text && out.textCapacity >= needed) return;
+        std::unique_ptr<char16_t[]> grown(new char16_t[size_t(needed)]);
+        if (keep > 0) std::copy_n(out.text.get(), keep, grown.get());
+        out.text = std::move(grown);
+        out.textCapacity = needed;
     };
+    room(records, 0);
+    char16_t* buf = out.text.get();
+    qsizetype w = 0;
     int16_t code = 0; // kept across records: a family without a table repeats it
-    const uint8_t* const end = p + records * kRecordSize;
     for (; p != end; p += kRecordSize) {
-        const auto sum = static_cast<int16_t>(field(p + 2) + field(p + 4));
+        const int sum = int{field(p + 2)} + int{field(p + 4)};
+        if (static_cast<unsigned>(sum + 32768) > 0xFFFFu) {
+            corrupted((p - first) / kRecordSize + 1);
+            return;
+        }
         if (field(p) >= 0)
-            code = sum;
+            code = static_cast<int16_t>(sum);
         else if (table)
-            code = table->Decode(sum);
+            code = table->Decode(static_cast<int16_t>(sum));
 
-        if (code == 0) {
+        if (code > kCarriageReturn || code < 0) {
+            buf[w++] = static_cast<char16_t>(static_cast<uint16_t>(code));
+        } else if (code == kLineFeed) {
+            out.lineEnds.push_back(w);
+            if (out.LineCount() >= lastLine) {
+                p += kRecordSize;
+                if (!checkRest()) return;
+                break;
+            }
+        } else if (code == 0) {
+            if (!checkRest()) return;
             random.Randomize();
             const auto blanks = static_cast<qsizetype>(Int(random.Rnd() * 100));
-            line.append(static_cast<size_t>(blanks), u' ');
-        } else if (code == kLineFeed) {
-            store();
-            if (out.lines.Count() >= lastLine) break;
+            const qsizetype left = (end - p) / kRecordSize - 1;
+            room(w + blanks + left, w);
+            buf = out.text.get();
+            std::fill_n(buf + w, blanks, u' ');
+            w += blanks;
         } else if (code != kCarriageReturn) {
-            line.push_back(static_cast<char16_t>(static_cast<uint16_t>(code)));
+            buf[w++] = static_cast<char16_t>(code);
         }
     }
     // A last line without a line feed is kept; a closing line feed adds no empty line. After a
-    // stop the buffer has just been stored and is empty.
-    if (!line.empty()) store();
+    // stop the last line has just ended.
+    const qsizetype lastEnd = out.lineEnds.empty() ? 0 : out.lineEnds.back();
+    if (w > lastEnd) out.lineEnds.push_back(w);
+    out.textSize = w;
+}
+
+ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
+                        Random& random) {
+    ScriptBuffer buffer;
+    DecodeScriptInto(bytes, table, stopLine, random, buffer);
+    ScriptText out;
+    out.corrupted = buffer.corrupted;
+    out.badRecord = buffer.badRecord;
+    out.lines.Reserve(buffer.LineCount());
+    for (int i = 1; i <= buffer.LineCount(); ++i)
+        out.lines.Append(buffer.Line(i).toString());
     return out;
 }
 
@@ -109,6 +156,24 @@ Array1<QString> ReadScriptLines(Runtime& rt, const QString& path, const QString&
         return {};
     }
     return std::move(text.lines);
+}
+
+ScriptRead ReadScriptInto(Runtime& rt, const QString& path, const SubstitutionTable* table,
+                          int16_t stopLine, ScriptBuffer& out) {
+    out.Clear();
+    const std::optional<QByteArray> bytes = rt.files.ReadAll(path);
+    if (!bytes) {
+        // Only now is it worth asking whether the file is there at all.
+        if (!rt.files.Exists(path)) return ScriptRead::Missing;
+        showCorrupted(rt, path);
+        return ScriptRead::Unreadable;
+    }
+    DecodeScriptInto(*bytes, table, stopLine, rt.random, out);
+    if (out.corrupted) {
+        showCorrupted(rt, path);
+        return ScriptRead::Unreadable;
+    }
+    return ScriptRead::Read;
 }
 
 void ReadScriptFile(Runtime& rt, const QString& path, const QString& family, int16_t stopLine) {

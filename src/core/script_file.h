@@ -12,7 +12,8 @@
 //
 // ReadScriptLines hands the lines to its caller. ReadScriptFile puts them in ScriptLines and
 // ScriptLineCount of AppState instead, for the forms whose behaviour depends on those; a second
-// read there replaces the first one's lines.
+// read there replaces the first one's lines. A reader of many files (the start-up load) decodes
+// into a ScriptBuffer it keeps, and makes strings only of the lines it keeps.
 
 #include "platform/helpers.h"
 
@@ -20,7 +21,10 @@
 #include <QByteArrayView>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 namespace vt {
 
@@ -35,6 +39,34 @@ struct ScriptText {
     qsizetype badRecord = 0; // the first record (from 1) whose sum overflows, when corrupted
     Array1<QString> lines;   // at most 32767, the most a line count can hold
 };
+
+// The text of one script file decoded in a single run of code units, with its lines as spans of
+// it. Decoding again into the same buffer reuses its memory.
+struct ScriptBuffer {
+    bool corrupted = false;
+    qsizetype badRecord = 0;          // as in ScriptText
+    std::unique_ptr<char16_t[]> text; // the code units, textSize of them in use
+    qsizetype textSize = 0;
+    qsizetype textCapacity = 0;
+    std::vector<qsizetype> lineEnds; // end of line i (from 1) in text; line i starts at end i-1
+
+    int LineCount() const { return static_cast<int>(lineEnds.size()); }
+    // Line i, from 1 to LineCount().
+    QStringView Line(int i) const {
+        const qsizetype begin = i > 1 ? lineEnds[size_t(i - 2)] : 0;
+        return QStringView(text.get() + begin, lineEnds[size_t(i - 1)] - begin);
+    }
+    void Clear() {
+        corrupted = false;
+        badRecord = 0;
+        textSize = 0;
+        lineEnds.clear();
+    }
+};
+
+// Decodes as DecodeScript does, into out (emptied first).
+void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
+                      Random& random, ScriptBuffer& out);
 
 // Decodes the bytes of a script file. stopLine of 1 or more ends the reading as soon as that
 // many lines are stored; below 1 reads the whole file. Zero codes draw from random (Randomize,
@@ -51,6 +83,18 @@ ScriptText DecodeScript(QByteArrayView bytes, const QString& family, int16_t sto
 // word. Nothing of AppState changes.
 Array1<QString> ReadScriptLines(Runtime& rt, const QString& path, const QString& family,
                                 int16_t stopLine = 0);
+
+// How a reader of many files fared with one of them.
+enum class ScriptRead {
+    Missing,    // no such file: nothing said, nothing read
+    Unreadable, // it could not be opened or is corrupted: said in a box, no lines
+    Read,       // its lines stand in the buffer
+};
+
+// Reads the script file at path into out with one open of the file: a missing file is passed
+// over without a word, an unreadable or corrupted one is reported as ReadScriptLines does.
+ScriptRead ReadScriptInto(Runtime& rt, const QString& path, const SubstitutionTable* table,
+                          int16_t stopLine, ScriptBuffer& out);
 
 // ReadScriptLines into rt.app.ScriptLines and ScriptLineCount, both emptied first.
 void ReadScriptFile(Runtime& rt, const QString& path, const QString& family, int16_t stopLine);

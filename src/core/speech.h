@@ -32,7 +32,8 @@ class VirtualClock;
 class SoundSystem {
 public:
     // The program's: the sound device, or a silent output at the same pace when none opens.
-    // bufferFrames: frames per device buffer, 0 for about 10 ms.
+    // bufferFrames: frames per device buffer, 0 for about 10 ms. Asks a sound server for 60 ms
+    // of latency unless PULSE_LATENCY_MSEC says otherwise.
     static std::unique_ptr<SoundSystem> CreateForProgram(TimeService& time, int bufferFrames = 0);
     // The tests': a virtual output on the clock that records what is played (mono).
     static std::unique_ptr<SoundSystem> CreateVirtual(VirtualClock& clock, int sampleRate = 22050);

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QTextCursor>
+#include <QTimer>
 
 namespace vt {
 
@@ -103,43 +104,100 @@ void TextArea::SetSelLength(int length) {
 }
 
 ProgressBar::ProgressBar(QWidget* parent) : QProgressBar(parent) {
-    setRange(0, 100);
+    setRange(0, max_);
     setValue(0);
     setTextVisible(false);
 }
 
+void ProgressBar::SetMax(int m) {
+    max_ = std::max(m, 0);
+    value_ = std::clamp(value_, 0, max_);
+    refresh(true);
+}
+
 void ProgressBar::SetValue(int v) {
-    setValue(std::clamp(v, minimum(), maximum()));
-    repaint();
+    const int value = std::clamp(v, 0, max_);
+    if (value == value_) return;
+    value_ = value;
+    refresh(false);
+}
+
+int ProgressBar::fillOf(int value) const {
+    if (max_ <= 0) return 0;
+    return static_cast<int>(qint64(value) * contentsRect().width() / max_);
+}
+
+void ProgressBar::refresh(bool force) {
+    if (!force && fillOf(value_) == shownFill_) return;
+    // A new maximum is rare and is shown at once; values wait for the next frame.
+    if (!force && sinceLastPaint_.isValid() && sinceLastPaint_.elapsed() < kFrameMs) {
+        if (waiting_) return;
+        waiting_ = true;
+        QTimer::singleShot(kFrameMs, this, [this] {
+            waiting_ = false;
+            paintNow();
+        });
+        return;
+    }
+    paintNow();
+}
+
+void ProgressBar::paintNow() {
+    if (maximum() != max_) setRange(0, max_);
+    setValue(value_);
+    shownFill_ = fillOf(value_);
+    if (isVisible()) {
+        repaint();
+        ++paints_;
+    }
+    sinceLastPaint_.start();
 }
 
 ImageBox::ImageBox(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
 }
 
+const QPixmap& ImageBox::Picture() const {
+    if (source_) {
+        const auto draw = std::move(source_);
+        source_ = nullptr;
+        picture_ = draw(size());
+    }
+    return picture_;
+}
+
 void ImageBox::SetPicture(const QPixmap& p) {
+    source_ = nullptr;
     picture_ = p;
-    update();
+    QWidget::update();
+}
+
+void ImageBox::SetPictureSource(std::function<QPixmap(QSize)> draw) {
+    source_ = std::move(draw);
+    picture_ = QPixmap();
+    QWidget::update();
 }
 
 void ImageBox::LoadPicture(const QString& path) {
-    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
+    if (!path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
+        SetPictureSource([path](QSize) { return QPixmap(path); });
+        return;
+    }
+    const qreal dpr = devicePixelRatioF();
+    SetPictureSource([path, dpr](QSize size) {
         QSvgRenderer svg(path);
-        const qreal dpr = devicePixelRatioF();
-        QSize size = this->size().isEmpty() ? svg.defaultSize() : this->size();
+        if (size.isEmpty()) size = svg.defaultSize();
         QPixmap pm(size * dpr);
         pm.setDevicePixelRatio(dpr);
         pm.fill(Qt::transparent);
         QPainter p(&pm);
         svg.render(&p, QRectF(QPointF(0, 0), QSizeF(size)));
-        SetPicture(pm);
-    } else {
-        SetPicture(QPixmap(path));
-    }
+        return pm;
+    });
 }
 
 void ImageBox::paintEvent(QPaintEvent*) {
-    if (picture_.isNull()) return;
+    if (Picture().isNull()) return;
     QPainter p(this);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
     if (Stretch)

@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
@@ -16,6 +17,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <functional>
 
 namespace vt {
 
@@ -154,15 +156,34 @@ public:
     explicit OptionButton(QWidget* parent = nullptr) : QRadioButton(parent) {}
 };
 
+// A bar that may be moved tens of thousands of times while the event loop is blocked. Max and
+// Value are what was set, at once; the bar reaches the screen, painted at once since it is the
+// only sign of life then, when its fill moves by a pixel and at most once per frame. A value held
+// back by the frame is painted on the next turn of the event loop.
 class ProgressBar : public QProgressBar {
     Q_OBJECT
 public:
     explicit ProgressBar(QWidget* parent = nullptr);
-    int Max() const { return maximum(); }
-    void SetMax(int m) { setMaximum(m); }
-    int Value() const { return value(); }
-    // Repaints at once: the bars are the only sign of life while the event loop is blocked.
+    int Max() const { return max_; }
+    void SetMax(int m);
+    int Value() const { return value_; }
     void SetValue(int v);
+
+    // How often the bar has been put on the screen; for tests and the start-up benchmark.
+    int Paints() const { return paints_; }
+    static constexpr int kFrameMs = 16;
+
+private:
+    int fillOf(int value) const;
+    void refresh(bool force);
+    void paintNow();
+
+    int max_ = 100;
+    int value_ = 0;
+    int shownFill_ = -1; // the fill in pixels last put on the screen, -1 for none
+    int paints_ = 0;
+    bool waiting_ = false; // a paint held back by the frame is queued
+    QElapsedTimer sinceLastPaint_;
 };
 
 // A picture that can be clicked and that reports the mouse over it in twips.
@@ -170,10 +191,18 @@ class ImageBox : public QWidget {
     Q_OBJECT
 public:
     explicit ImageBox(QWidget* parent = nullptr);
-    const QPixmap& Picture() const { return picture_; }
+    // The picture, drawn now if it was still waiting to be drawn.
+    const QPixmap& Picture() const;
     void SetPicture(const QPixmap& p);
-    // Loads an SVG or other image file (or a ":/" resource) scaled to the control's size.
+    // A picture that is drawn by draw only when it is first needed: when the control is first
+    // painted or its Picture is asked for. Drawing artwork costs time at start; many pictures are
+    // never shown at all.
+    void SetPictureSource(std::function<QPixmap(QSize size)> draw);
+    // An SVG or other image file (or a ":/" resource) scaled to the control's size, as a
+    // picture source: drawn at the size the control has when it is first needed.
     void LoadPicture(const QString& path);
+    // Whether a picture is waiting to be drawn; for tests.
+    bool PicturePending() const { return bool(source_); }
     bool Stretch = true;
     // A tag for tests and diagnostics: which picture is shown ("neutral", "hover", ...).
     QString PictureName;
@@ -190,7 +219,8 @@ protected:
     void mouseMoveEvent(QMouseEvent*) override;
 
 private:
-    QPixmap picture_;
+    mutable QPixmap picture_;
+    mutable std::function<QPixmap(QSize)> source_;
 };
 
 // A filled shape: rectangle or circle.

@@ -68,20 +68,27 @@ std::optional<QByteArray> ReadRegularFile(const QString& diskPath, qint64 maxByt
         return std::nullopt;
     }
     const qint64 limit = maxBytes < 0 ? std::numeric_limits<qsizetype>::max() : maxBytes;
-    QByteArray bytes;
-    bytes.reserve(qsizetype(std::min<qint64>(st.st_size, limit)));
-    char buffer[65536];
+    // Read straight into the result, sized as the file stands; a file that grew meanwhile is
+    // read on up to the limit.
+    QByteArray bytes(qsizetype(std::min<qint64>(st.st_size, limit)), Qt::Uninitialized);
+    qsizetype have = 0;
     bool failed = false;
-    while (bytes.size() < limit) {
-        const qint64 want = std::min<qint64>(qint64(sizeof buffer), limit - bytes.size());
-        const ssize_t n = ::read(fd, buffer, size_t(want));
+    char more[4096];
+    while (have < limit) {
+        const bool inPlace = have < bytes.size();
+        char* to = inPlace ? bytes.data() + have : more;
+        const qint64 want =
+            inPlace ? bytes.size() - have : std::min<qint64>(qint64(sizeof more), limit - have);
+        const ssize_t n = ::read(fd, to, size_t(want));
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) failed = true;
         if (n <= 0) break;
-        bytes.append(buffer, qsizetype(n));
+        if (!inPlace) bytes.append(more, qsizetype(n));
+        have += qsizetype(n);
     }
     ::close(fd);
     if (failed) return std::nullopt;
+    bytes.resize(have);
     return bytes;
 }
 

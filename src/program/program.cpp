@@ -20,9 +20,6 @@ int RunProgram(Application& app) {
     rt.ProgramFolder = QDir(QCoreApplication::applicationDirPath()).absolutePath() + u'/';
     rt.forms.OnLastUnloaded = [] { QCoreApplication::quit(); };
     RegisterProgramForms(rt.forms);
-    // A sound server that is given 10 ms buffers under-runs on a busy machine and the voice
-    // breaks up; 60 ms of server latency keeps it whole and is not heard as a delay.
-    if (!qEnvironmentVariableIsSet("PULSE_LATENCY_MSEC")) qputenv("PULSE_LATENCY_MSEC", "60");
     // One sound device for the whole run, opened before the first form speaks.
     std::unique_ptr<SoundSystem> sound = SoundSystem::CreateForProgram(time);
     sound->Attach(rt);

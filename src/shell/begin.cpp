@@ -61,7 +61,8 @@ Begin::Begin(Runtime& runtime) : AppForm(runtime, kName, Border::None) {
     const QRect away{0, 0, kButtonWidth, kButtonHeight};
     const auto picture = [](ImageBox* box, const char* artwork, const QString& label,
                             const char* name) {
-        box->SetPicture(buttonPicture(QString::fromLatin1(artwork), label));
+        box->SetPictureSource(
+            [artwork, label](QSize) { return buttonPicture(QString::fromLatin1(artwork), label); });
         box->PictureName = QString::fromLatin1(name);
         box->hide();
     };

@@ -29,14 +29,14 @@ void LoadData::timer1Tick() {
     Timer1->SetEnabled(false);
 
     // The bars follow the stages. The character bar moves once per word, tens of thousands of
-    // times: the bar itself repaints only when its fill visibly changes.
+    // times: the bar itself reaches the screen only when its fill visibly moves.
     LoadProgress progress;
     progress.Changed = [this, &progress](int bar) {
         ProgressBar* widget = bar == VocabularyBar ? ProgressBar2
                               : bar == SentenceBar ? ProgressBar3
                                                    : ProgressBar4;
         if (widget->Max() != progress.Max[bar]) widget->SetMax(progress.Max[bar]);
-        widget->setValue(progress.Value[bar]);
+        widget->SetValue(progress.Value[bar]);
     };
     LoadTitles(rt, progress);
     LoadWordsAndSentences(rt, progress);

@@ -308,3 +308,57 @@ TEST(ReadScriptFile, UnreadableOrCorruptedFilesWarnAndLeaveNoLines) {
         EXPECT_EQ(env.boxes.Last().flags, int{Mb::Exclamation}) << r.name;
     }
 }
+
+// A reader of many files decodes into one buffer again and again: whatever came before, each
+// file reads exactly as it does alone.
+TEST(ScriptBuffer, OneBufferReadsEveryFileAsItReadsAlone) {
+    const QByteArray files[] = {
+        plain(QStringLiteral("第一行\n second \n\nlast")),
+        plain("x") + bytesOf({{0, 0, 0}}) + plain("y\n") + bytesOf({{0, 0, 0}, {0, 0, 0}}),
+        plain("short"),
+        plain("gone\n") + bytesOf({{0, 0, 0}, {0, 32767, 1}}), // corrupted: nothing drawn
+        plain("\n\n"),
+        QByteArray(),
+    };
+    ScriptBuffer buffer;
+    for (int round = 0; round < 2; ++round) {
+        for (const QByteArray& bytes : files) {
+            ScriptedRandom alone{0.99, 0.5, 0.3};
+            ScriptedRandom shared{0.99, 0.5, 0.3};
+            const ScriptText expected = DecodeScript(bytes, QStringLiteral("RT"), 0, alone);
+            DecodeScriptInto(bytes, TableForFamily(QStringLiteral("RT")), 0, shared, buffer);
+            QStringList got;
+            for (int i = 1; i <= buffer.LineCount(); ++i)
+                got << buffer.Line(i).toString();
+            EXPECT_EQ(got, linesOf(expected));
+            EXPECT_EQ(buffer.corrupted, expected.corrupted);
+            EXPECT_EQ(shared.randomizes, alone.randomizes);
+        }
+    }
+}
+
+TEST(ReadScriptInto, TellsAMissingFileFromAnUnreadableOne) {
+    test::TestEnv env;
+    Runtime& rt = *env.rt;
+    const SubstitutionTable* table = TableForFamily(QStringLiteral("RW"));
+    QDir(env.dir.path()).mkpath(QStringLiteral("Lessons/Script/Lesson_2/icwp.zvk"));
+    env.WriteFile("Lessons\\Script\\Lesson_1\\icwp.zvk", EncodeScriptLines({"a", "b"}, "RW", 3));
+    env.WriteFile("Lessons\\Script\\Lesson_3\\ICWP.ZVK", bytesOf({{0, 30000, 30000}}));
+    ScriptBuffer buffer;
+
+    EXPECT_EQ(ReadScriptInto(rt, env.Path("Lessons\\Script\\Lesson_1\\icwp.zvk"), table, 0, buffer),
+              ScriptRead::Read);
+    EXPECT_EQ(buffer.LineCount(), 2);
+    EXPECT_EQ(buffer.Line(2), u"b");
+    // A folder where the file should be is no file, as is a missing one: nothing is said.
+    EXPECT_EQ(ReadScriptInto(rt, env.Path("Lessons\\Script\\Lesson_2\\icwp.zvk"), table, 0, buffer),
+              ScriptRead::Missing);
+    EXPECT_EQ(ReadScriptInto(rt, env.Path("Lessons\\Script\\Lesson_9\\icwp.zvk"), table, 0, buffer),
+              ScriptRead::Missing);
+    EXPECT_EQ(buffer.LineCount(), 0);
+    EXPECT_EQ(env.boxes.Count(), 0);
+    EXPECT_EQ(ReadScriptInto(rt, env.Path("Lessons\\Script\\Lesson_3\\icwp.zvk"), table, 0, buffer),
+              ScriptRead::Unreadable);
+    EXPECT_EQ(buffer.LineCount(), 0);
+    EXPECT_EQ(env.boxes.Count(), 1);
+}
