@@ -3,7 +3,6 @@
 #include "core/pinyin.h"
 #include "platform/helpers.h"
 
-#include <QSet>
 #include <vector>
 
 namespace vt::coursepack {
@@ -12,12 +11,6 @@ namespace {
 
 bool isChinese(QChar c) {
     return !HasNonChinese(QString(c));
-}
-
-// The marks the sentence swap never picks.
-bool passedOver(QChar c) {
-    static const QString marks = QStringLiteral("，。；！.？、“”（）- ：");
-    return marks.contains(c) || IsNumeric(QString(c));
 }
 
 // A text as blank filling lays it out, with the line each character came from.
@@ -38,17 +31,6 @@ const QString kLineBreak = QStringLiteral("\r\n");
 
 int MeaningCount(const QString& english) {
     return static_cast<int>(english.count(u';')) + 1;
-}
-
-bool LineIsAsked(const QString& line) {
-    return ChineseOnly(Trim(line)).size() >= 4;
-}
-
-bool LineCanBeSwapped(const QString& line) {
-    QSet<QChar> swappable;
-    for (QChar c : Trim(line))
-        if (!passedOver(c)) swappable.insert(c);
-    return swappable.size() >= 2;
 }
 
 std::optional<int> BlankCuttingStalls(const QStringList& lines, bool play,

@@ -11,6 +11,8 @@
 //   again while it lands on anything but a Chinese character: after any character it may cut,
 //   one of the 2nd to 21st characters on must be Chinese, unless the text ends first.
 
+#include "core/sentence_swap.h"
+
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -20,12 +22,10 @@ namespace vt::coursepack {
 // The meanings of a word's English as the vocabulary drill cuts it: at every ";".
 int MeaningCount(const QString& english);
 
-// Whether the sound-to-sentence task asks this text line (four or more Chinese characters once
-// trimmed of blanks) ...
-bool LineIsAsked(const QString& line);
-// ... and can make its altered versions: two different characters that are neither digits nor
-// one of the marks the swap passes over.
-bool LineCanBeSwapped(const QString& line);
+// Whether the sound-to-sentence task asks a text line, and whether it can alter it, are the
+// program's own rules (LineIsAsked, LineCanBeSwapped).
+using vt::LineCanBeSwapped;
+using vt::LineIsAsked;
 
 // The widest title the blank-filling task lays out: it centres the title in 28 places.
 inline constexpr int kWidestTitle = 28;
