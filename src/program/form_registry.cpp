@@ -2,6 +2,7 @@
 
 #include "core/runtime.h"
 #include "search/expressions_related.h"
+#include "tasks/find_sentence.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
 #include "tasks/words_panel.h"
@@ -15,6 +16,7 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<WordsPanel>();
     forms.Register<Newwords>();
     forms.Register<ExpressionsRelated>();
+    forms.Register<FindSentence>();
 }
 
 const QStringList& FormsStillToBuild() {
@@ -26,7 +28,6 @@ const QStringList& FormsStillToBuild() {
         QStringLiteral("Vocabulary"),
         QStringLiteral("Exercise3"),
         QStringLiteral("Result1"),
-        QStringLiteral("FindSentence"),
         QStringLiteral("Question"),
         // The dictionary and its panel.
         QStringLiteral("Dictionary"),
