@@ -222,6 +222,8 @@ void FindSentence::Command2_Click(int index) {
     for (size_t i = 0; i < 3; ++i)
         if (static_cast<int>(i) != RightOption) Text1[i]->SetText(MarkSwap(shown_[i], right));
     Command4->setEnabled(true);
+    // The focus leaves the answered buttons for Next, not for a version box it would select.
+    Command4->setFocus();
 }
 
 void FindSentence::Command4_Click() {
