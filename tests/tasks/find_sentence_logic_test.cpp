@@ -59,7 +59,15 @@ TEST(SentenceSwap, FourDifferentCharactersGiveSwappedVersionsAndALineWithoutASwa
     SeededRandom random(3);
     const QString four = QStringLiteral("我们好吗");
     EXPECT_TRUE(LineIsAsked(four));
-    EXPECT_NE(SwapTwoCharacters(four, random), four);
+    // Six swaps to draw from: the two wrong versions of a sentence are at times the same.
+    int same = 0;
+    for (int n = 0; n < 60; ++n) {
+        const QString a = SwapTwoCharacters(four, random);
+        const QString b = SwapTwoCharacters(four, random);
+        EXPECT_NE(a, four);
+        same += a == b;
+    }
+    EXPECT_GT(same, 0);
 
     EXPECT_FALSE(LineIsAsked(QStringLiteral(" 你好吗。 ")));
     EXPECT_TRUE(LineIsAsked(QStringLiteral(" 好好好好。")));
@@ -140,13 +148,6 @@ TEST(LinePositionsFile, CountsRecordsAgainstLinesAndChecksEachAgainstTheTrack) {
     EXPECT_EQ(PositionsFaultMessage(PositionsFault::Empty), "File yeap.zvk is empty!");
     EXPECT_EQ(PositionsFaultMessage(PositionsFault::BadRecord),
               "Error: There is an error in control file!");
-}
-
-TEST(LinePositionsFile, TheBarFollowsTheStretchOfTheLine) {
-    EXPECT_FLOAT_EQ(BarProgress(9000, 2000, 2000, 5000), 0);
-    EXPECT_FLOAT_EQ(BarProgress(9000, 3500, 2000, 5000), 4500);
-    EXPECT_FLOAT_EQ(BarProgress(9000, 5000, 2000, 5000), 9000);
-    EXPECT_FLOAT_EQ(BarProgress(9000, 100, 0, 0), 0) << "nothing open";
 }
 
 } // namespace
