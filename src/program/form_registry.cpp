@@ -5,6 +5,7 @@
 #include "search/expressions_related.h"
 #include "search/zoom.h"
 #include "tasks/exercise3.h"
+#include "tasks/find_sentence.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
 #include "tasks/result1.h"
@@ -24,6 +25,7 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<Zoom>();
     forms.Register<Exercise3>();
     forms.Register<Result1>();
+    forms.Register<FindSentence>();
 }
 
 const QStringList& FormsStillToBuild() {
@@ -32,7 +34,6 @@ const QStringList& FormsStillToBuild() {
         QStringLiteral("Text"),
         QStringLiteral("ListeningTV"),
         QStringLiteral("Vocabulary"),
-        QStringLiteral("FindSentence"),
         QStringLiteral("Question"),
         // The assistants.
         QStringLiteral("Alphabet1"),

@@ -4,7 +4,6 @@
 #include "core/pinyin.h"
 #include "platform/helpers.h"
 
-#include <QSet>
 #include <algorithm>
 #include <vector>
 
@@ -12,27 +11,10 @@ namespace vt::coursepack {
 
 namespace {
 
-// The marks the sentence swap never picks.
-bool passedOver(QChar c) {
-    static const QString marks = QStringLiteral("，。；！.？、“”（）- ：");
-    return marks.contains(c) || IsNumeric(QString(c));
-}
-
 } // namespace
 
 int MeaningCount(const QString& english) {
     return static_cast<int>(english.count(u';')) + 1;
-}
-
-bool LineIsAsked(const QString& line) {
-    return ChineseOnly(Trim(line)).size() >= 4;
-}
-
-bool LineCanBeSwapped(const QString& line) {
-    QSet<QChar> swappable;
-    for (QChar c : Trim(line))
-        if (!passedOver(c)) swappable.insert(c);
-    return swappable.size() >= 2;
 }
 
 std::optional<int> BlankCuttingStalls(const QStringList& lines, bool play,

@@ -12,6 +12,8 @@
 //   one of the 2nd to 21st characters on must be Chinese, unless the text ends first. The
 //   layout and the rule of the cuts are the task's own (core/blank_layout.h).
 
+#include "core/sentence_swap.h"
+
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -21,12 +23,10 @@ namespace vt::coursepack {
 // The meanings of a word's English as the vocabulary drill cuts it: at every ";".
 int MeaningCount(const QString& english);
 
-// Whether the sound-to-sentence task asks this text line (four or more Chinese characters once
-// trimmed of blanks) ...
-bool LineIsAsked(const QString& line);
-// ... and can make its altered versions: two different characters that are neither digits nor
-// one of the marks the swap passes over.
-bool LineCanBeSwapped(const QString& line);
+// Whether the sound-to-sentence task asks a text line, and whether it can alter it, are the
+// program's own rules (LineIsAsked, LineCanBeSwapped).
+using vt::LineCanBeSwapped;
+using vt::LineIsAsked;
 
 // Where blank filling could never place its next blank, for a text as the program holds it: a
 // read text's lines (line 1 its title, a new paragraph beginning with two blanks), or a play's
