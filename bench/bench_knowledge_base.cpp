@@ -23,8 +23,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <algorithm>
-#include <ctime>
 #include <cstdio>
+#include <ctime>
 #include <memory>
 
 using namespace vt;

@@ -9,9 +9,7 @@
 
 namespace vt::coursepack {
 
-namespace {
-
-} // namespace
+namespace {} // namespace
 
 int MeaningCount(const QString& english) {
     return static_cast<int>(english.count(u';')) + 1;
