@@ -16,6 +16,7 @@
 #include "tasks/text.h"
 
 #include <QPointer>
+#include <QSet>
 #include <gtest/gtest.h>
 
 namespace vt {
@@ -321,14 +322,27 @@ TEST_F(TextTest, TheFirstLessonIsReadAloudToItsEnd) {
     openWithRelated();
     const QString text = form->Text1->Text();
 
-    // Every Chinese character of the text is read once, in order, a syllable for each.
+    // Every Chinese character of the text that some word holds is read once, in order, a
+    // syllable for each; a character no word holds (a name left out of the course) is passed.
+    const AppState& app = env.rt->app;
+    QSet<QChar> known;
+    for (int i = 1; i <= app.WordCount; ++i)
+        for (QChar c : app.WordTable[i].Chinese)
+            known.insert(c);
+    for (int i = 1; i <= app.LessonWordRows; ++i)
+        for (QChar c : app.LessonWords[i].Chinese)
+            known.insert(c);
+    QString readable;
+    for (QChar c : ChineseOnly(text))
+        if (known.contains(c)) readable += c;
     const std::vector<Spoken> words = walkWords();
     QString read;
     for (const Spoken& w : words) {
         read += w.word;
         EXPECT_EQ(w.syllables.size(), w.word.size()) << w.word.toStdString();
     }
-    EXPECT_EQ(read, ChineseOnly(text));
+    EXPECT_EQ(read, readable);
+    EXPECT_GT(read.size(), 50);
     ASSERT_TRUE(form);
     ASSERT_EQ(form->ReadingStep, 2) << "the walk stayed at " << read.right(5).toStdString();
 
