@@ -102,8 +102,8 @@ struct TextTest : ::testing::Test {
             const int16_t at = form->WalkPosition;
             int waited = 0;
             while (form && form->ReadingStep == 1 && form->WalkPosition == at && waited < 10000) {
-                env.clock.Advance(50);
-                waited += 50;
+                env.clock.Advance(100);
+                waited += 100;
             }
             if (waited >= 10000) break;
         }
