@@ -113,6 +113,7 @@ struct TextTest : ::testing::Test {
 
 TEST_F(TextTest, PickingSentencesMarksAndPlaysThemAndThePairOfButtonsFollows) {
     writeLineSounds(2, 3);
+    env.WriteFile(SentenceSoundFile({}, 2, 3), test::ToneWav(440, 2000));
     setLesson(2, 1, {"你好", "  我好。", "你好"}, false);
     open();
     EXPECT_EQ(form->Combo1->count(), 4);
@@ -135,9 +136,15 @@ TEST_F(TextTest, PickingSentencesMarksAndPlaysThemAndThePairOfButtonsFollows) {
     EXPECT_EQ(form->Text1->SelText(), "你好");
     EXPECT_TRUE(env.sound->MMControl1->FileName().endsWith("Lesson_2/3.wav"));
     EXPECT_TRUE(form->Timer2->Enabled());
-    env.clock.Advance(200);
+    env.clock.Advance(100);
     EXPECT_GT(form->FenPeiTiao1->Filled(), FenPeiTiao::kMinimumWidth);
-    env.clock.Advance(400);
+    // A press three quarters along the bar jumps there in the sentence.
+    const int width = WidthTwips(form->FenPeiTiao1);
+    Q_EMIT form->FenPeiTiao1->Seek(static_cast<float>(width) * 3 / 4);
+    env.clock.Advance(40);
+    EXPECT_NEAR(env.sound->MMControl1->Position(), 1540, 100);
+    EXPECT_NEAR(form->FenPeiTiao1->Filled(), width * 3 / 4, width / 10);
+    env.clock.Advance(600);
     EXPECT_FALSE(form->Timer2->Enabled()) << "the end of the sentence stops the bar";
     EXPECT_EQ(form->FenPeiTiao1->Filled(), FenPeiTiao::kMinimumWidth);
     EXPECT_FALSE(form->Timer5->Enabled()) << "no pause in task 1";
