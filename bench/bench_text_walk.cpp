@@ -45,6 +45,9 @@ int main(int argc, char** argv) {
     std::vector<double> steps;
     double lessonIndexMax = 0;
     int words = 0;
+    double worst = 0;
+    int worstLesson = 0;
+    int worstPlace = 0;
     for (int lesson = 1; lesson <= lessons; ++lesson) {
         a.OpenLesson = static_cast<int16_t>(lesson);
         LoadLessonScripts(*s.rt);
@@ -68,6 +71,11 @@ int main(int argc, char** argv) {
                 lessonRow ? a.LessonWords[w->row].Chinese : a.WordTable[w->row].Chinese,
                 lessonRow ? a.LessonWords[w->row].Pinyin : a.WordPinyin[w->row], w->word);
             steps.push_back(NowMs() - s0);
+            if (steps.back() > worst) {
+                worst = steps.back();
+                worstLesson = lesson;
+                worstPlace = pos;
+            }
             if (kept.isEmpty()) std::printf("?");
             pos += static_cast<int>(w->word.size());
             ++words;
@@ -78,5 +86,6 @@ int main(int argc, char** argv) {
                 "a lesson's words indexed in %.3f ms at the most\n",
                 lessons, words, steps[steps.size() / 2], steps[steps.size() * 99 / 100],
                 steps.back(), lessonIndexMax);
+    std::printf("the worst step: lesson %d, place %d\n", worstLesson, worstPlace);
     return 0;
 }

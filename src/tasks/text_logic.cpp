@@ -144,8 +144,8 @@ std::optional<WalkWord> WordWalk::WordAt(const QString& text, int pos) const {
         for (const auto& cand : list) {
             if (!fits(cand.word)) continue;
             const qsizetype after = pos + cand.word.size();
-            const bool nextChinese = after >= n || IsChineseCharacter(text[after]);
-            if (cand.word == kWoKan && nextChinese) {
+            auto nextChinese = [&] { return after >= n || IsChineseCharacter(text[after]); };
+            if (cand.word == kWoKan && nextChinese()) {
                 if (const auto* wo = find(kWo)) {
                     chosen = wo;
                     break;
