@@ -15,8 +15,11 @@
 #include "tasks/notepad.h"
 #include "tasks/text.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QPointer>
 #include <QSet>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace vt {
@@ -148,6 +151,17 @@ TEST_F(TextTest, PickingSentencesMarksAndPlaysThemAndThePairOfButtonsFollows) {
     EXPECT_FALSE(form->Timer2->Enabled()) << "the end of the sentence stops the bar";
     EXPECT_EQ(form->FenPeiTiao1->Filled(), FenPeiTiao::kMinimumWidth);
     EXPECT_FALSE(form->Timer5->Enabled()) << "no pause in task 1";
+}
+
+TEST_F(TextTest, APressOnTheTextClearsTheClipboard) {
+    writeLineSounds(2, 1);
+    setLesson(2, 1, {"你好"}, false);
+    open();
+    QGuiApplication::clipboard()->setText("old");
+    ASSERT_EQ(QGuiApplication::clipboard()->text(), "old");
+    QTest::mousePress(form->Text1->viewport(), Qt::LeftButton, {}, QPoint(20, 10));
+    QTest::mouseRelease(form->Text1->viewport(), Qt::LeftButton, {}, QPoint(20, 10));
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().isEmpty());
 }
 
 TEST_F(TextTest, MissingRecordingsAreToldASecondLaterAndEverythingStaysOff) {
