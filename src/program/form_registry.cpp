@@ -9,6 +9,7 @@
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
 #include "tasks/result1.h"
+#include "tasks/text.h"
 #include "tasks/typing.h"
 #include "tasks/words_panel.h"
 
@@ -26,12 +27,12 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<Exercise3>();
     forms.Register<Result1>();
     forms.Register<FindSentence>();
+    forms.Register<Text>();
 }
 
 const QStringList& FormsStillToBuild() {
     static const QStringList names = {
         // The tasks and their panels.
-        QStringLiteral("Text"),
         QStringLiteral("ListeningTV"),
         QStringLiteral("Vocabulary"),
         QStringLiteral("Question"),

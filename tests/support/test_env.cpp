@@ -48,4 +48,17 @@ bool TestEnv::CopyCourseScripts(const QString& from) {
     return true;
 }
 
+bool TestEnv::CopyCourseFolder(const QString& from, const QString& folder) {
+    if (!QDir(from + "/" + folder).exists()) return false;
+    const QString to = rt->ProgramFolder;
+    QDirIterator it(from + "/" + folder, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        const QString target = to + QDir(from).relativeFilePath(path);
+        QDir().mkpath(QFileInfo(target).absolutePath());
+        QFile::copy(path, target);
+    }
+    return true;
+}
+
 } // namespace vt::test

@@ -23,6 +23,9 @@ struct TestEnv {
     // folder from into the test's own folder, so that the study position written on the way
     // never lands in the built course. False when there is no built course there.
     bool CopyCourseScripts(const QString& from);
+    // Copies every file below folder (relative to the data folder, "Phonetic Symbols") of a built
+    // course in from. False when the course has no such folder.
+    bool CopyCourseFolder(const QString& from, const QString& folder);
 
     QTemporaryDir dir;
     VirtualClock clock;
