@@ -10,6 +10,7 @@
 #include "tasks/notepad.h"
 #include "tasks/result1.h"
 #include "tasks/typing.h"
+#include "tasks/vocabulary.h"
 #include "tasks/words_panel.h"
 
 namespace vt {
@@ -26,6 +27,7 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<Exercise3>();
     forms.Register<Result1>();
     forms.Register<FindSentence>();
+    forms.Register<Vocabulary>();
 }
 
 const QStringList& FormsStillToBuild() {
@@ -33,7 +35,6 @@ const QStringList& FormsStillToBuild() {
         // The tasks and their panels.
         QStringLiteral("Text"),
         QStringLiteral("ListeningTV"),
-        QStringLiteral("Vocabulary"),
         QStringLiteral("Question"),
         // The assistants.
         QStringLiteral("Alphabet1"),
