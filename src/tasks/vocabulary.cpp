@@ -32,7 +32,7 @@ QString TwoLines(const char* english, const char* chinese) {
 
 Vocabulary::Vocabulary(Runtime& runtime) : AppForm(runtime, kName) {
     SetCaption(QStringLiteral("Vocabulary"));
-    Move(0, 0, 9600, 5880);
+    Move(0, 0, 9600, 6240);
     KeyPreview = true;
 
     AddLabel(NAMED(Label3), {240, 120, 9120, 540},
@@ -44,15 +44,15 @@ Vocabulary::Vocabulary(Runtime& runtime) : AppForm(runtime, kName) {
         ->SetForeColor(0x0000C0);
 
     AddLabel(NAMED(Label1), {240, 1080, 4200, 660})->SetFontSize(24);
-    AddLabel(NAMED(Label9), {4560, 1080, 2280, 660})->SetFontBold(true);
+    AddLabel(NAMED(Label9), {4560, 1080, 2040, 660})->SetFontBold(true);
     Label9->SetForeColor(0x8B3A1F);
 
     static const char* const captions[] = {"Correct", "Wrong", "%", "No."};
     for (int i = 0; i < 4; ++i) {
-        const int left = 6960 + i * 600;
-        AddLabel(NAMED(Label5, i), {left, 1080, 600, 300}, captions[i])
+        const int left = 6720 + i * 660;
+        AddLabel(NAMED(Label5, i), {left, 1080, 660, 300}, captions[i])
             ->setAlignment(Qt::AlignCenter);
-        Label* value = AddLabel(NAMED(Label4, i), {left, 1380, 600, 330}, "0");
+        Label* value = AddLabel(NAMED(Label4, i), {left, 1380, 660, 330}, "0");
         value->setAlignment(Qt::AlignCenter);
         value->SetFontBold(true);
     }
