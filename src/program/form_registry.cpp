@@ -11,6 +11,7 @@
 #include "tasks/result1.h"
 #include "tasks/text.h"
 #include "tasks/typing.h"
+#include "tasks/vocabulary.h"
 #include "tasks/words_panel.h"
 
 namespace vt {
@@ -28,13 +29,13 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<Result1>();
     forms.Register<FindSentence>();
     forms.Register<Text>();
+    forms.Register<Vocabulary>();
 }
 
 const QStringList& FormsStillToBuild() {
     static const QStringList names = {
         // The tasks and their panels.
         QStringLiteral("ListeningTV"),
-        QStringLiteral("Vocabulary"),
         QStringLiteral("Question"),
         // The assistants.
         QStringLiteral("Alphabet1"),

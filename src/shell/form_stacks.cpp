@@ -1,6 +1,7 @@
 #include "shell/form_stacks.h"
 
 #include "core/runtime.h"
+#include "shell/begin1.h"
 
 namespace vt {
 
@@ -114,6 +115,14 @@ bool OpenTaskStack(Runtime& rt, int buttonIndex) {
 void ShowMenuAgain(Runtime& rt) {
     if (Form* begin = rt.forms.Find(QStringLiteral("Begin"))) begin->SetVisible(true);
     if (Form* menu = rt.forms.Find(QStringLiteral("Begin1"))) menu->SetVisible(true);
+}
+
+void FocusStudyTask(Runtime& rt) {
+    const int task = rt.app.StudyTask;
+    Begin1* menu = rt.forms.Get<Begin1>();
+    if (!menu || task < 1 || task > kTaskCount) return;
+    CommandButton* button = menu->Command1[static_cast<size_t>(task - 1)];
+    if (button->isEnabled() && menu->isVisible()) button->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace vt

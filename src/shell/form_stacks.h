@@ -79,5 +79,7 @@ bool OpenTaskStack(Runtime& rt, int buttonIndex);
 // The way back, for a task form that closes: the main screen and the lesson menu are shown again
 // as they were left (the task form unloads its own companions).
 void ShowMenuAgain(Runtime& rt);
+// The lesson menu's button of the study task takes the focus, when it can.
+void FocusStudyTask(Runtime& rt);
 
 } // namespace vt

@@ -371,7 +371,7 @@ TEST(CoursepackSources, LessonsGiveTheTasksWhatTheyDraw) {
         {"word missing from the text", "ni3 hao3 | 你好 | hello\nzai4 jian4 | 再见 | goodbye\n",
          "你好\n", "", "course/lessons/002/words.txt:2:", "\"再见\" does not occur"},
         {"a single word", "ni3 hao3 | 你好 | hello\n", "你好\n", "",
-         "course/lessons/002/words.txt:", "at least two"},
+         "course/lessons/002/words.txt:1:", "at least two"},
         {"eight meanings without blanks", "ni3 | 你 | a;b;c;d;e;f;g;h\nhao3 | 好 | good\n",
          "你好\n", "", "course/lessons/002/words.txt:1:", "8 meanings"},
         {"a line of one character four times", "ni3 | 你 | you\nha1 | 哈 | ha\n",

@@ -283,7 +283,7 @@ bool occursIn(const QStringList& lines, const QString& chinese) {
 void Reader::checkLesson(const Lesson& lesson, const QString& rel) {
     const QString wordsFile = shown(rel + QStringLiteral("/words.txt"));
     if (lesson.words.size() < 2)
-        fail(wordsFile, 0,
+        fail(wordsFile, lesson.words.empty() ? 0 : lesson.words.front().place.line,
              QStringLiteral("the lesson has %1 new word(s); the vocabulary drill needs at least "
                             "two, it draws the wrong meanings from the other words")
                  .arg(lesson.words.size()));
