@@ -320,6 +320,7 @@ void Exercise3::Form_Unload(bool& cancel) {
     app.OpenTask = 0;
     app.DictionaryFeedsTask = false;
     ShowMenuAgain(rt);
+    FocusStudyTask(rt);
 }
 
 } // namespace vt

@@ -312,6 +312,7 @@ void FindSentence::Form_Unload(bool& cancel) {
     if (MMControl1) MMControl1->SetCommand(QStringLiteral("Close"));
     rt.app.DictionaryFeedsTask = false;
     ShowMenuAgain(rt);
+    FocusStudyTask(rt);
 }
 
 } // namespace vt

@@ -6,7 +6,6 @@
 #include "core/speech.h"
 #include "platform/timers.h"
 #include "search/expressions_related.h"
-#include "shell/begin1.h"
 #include "shell/form_stacks.h"
 #include "shell/study.h"
 #include "tasks/fen_pei_tiao.h"
@@ -396,11 +395,7 @@ void Text::Form_Unload(bool& cancel) {
     if (rt.sound) rt.sound->MMControl1->SetCommand(QStringLiteral("Close"));
     if (Form* dictionary = rt.forms.Find(QString::fromLatin1(kDictionary))) dictionary->Hide();
     ShowMenuAgain(rt);
-    if (Begin1* menu = rt.forms.Get<Begin1>();
-        menu && app.StudyTask >= 1 && app.StudyTask <= kTaskCount) {
-        CommandButton* button = menu->Command1[static_cast<size_t>(app.StudyTask - 1)];
-        if (button->isEnabled() && menu->isVisible()) button->setFocus(Qt::OtherFocusReason);
-    }
+    FocusStudyTask(rt);
 }
 
 } // namespace vt
