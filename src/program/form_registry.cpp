@@ -6,6 +6,7 @@
 #include "search/zoom.h"
 #include "tasks/exercise3.h"
 #include "tasks/find_sentence.h"
+#include "tasks/listening_tv.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
 #include "tasks/result1.h"
@@ -30,12 +31,12 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<FindSentence>();
     forms.Register<Text>();
     forms.Register<Vocabulary>();
+    forms.Register<ListeningTV>();
 }
 
 const QStringList& FormsStillToBuild() {
     static const QStringList names = {
         // The tasks and their panels.
-        QStringLiteral("ListeningTV"),
         QStringLiteral("Question"),
         // The assistants.
         QStringLiteral("Alphabet1"),
