@@ -5,6 +5,7 @@
 #include "core/speech.h"
 #include "platform/media_control.h"
 #include "platform/timers.h"
+#include "shell/study.h"
 #include "tasks/words_panel.h"
 
 namespace vt {
@@ -116,7 +117,7 @@ void ListeningTV::Form_Load() {
     if (MissingFile != SoundMissing) Combo2->setEnabled(true);
     Command5->setEnabled(false);
     if (!translating()) setUpTask6();
-    TaskFinished = !AtStudyPosition(rt);
+    TaskFinished = !AtStudyPosition(rt.app);
 }
 
 // Reads where each line lies in the track. False, after its message, when load stops here; a

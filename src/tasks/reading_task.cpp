@@ -95,11 +95,6 @@ QString ReadAloudTaskText() {
                           "load on the job. It is important.");
 }
 
-bool AtStudyPosition(const Runtime& rt) {
-    const AppState& app = rt.app;
-    return app.OpenLesson == app.StudyLesson && app.OpenTask == app.StudyTask;
-}
-
 bool LeaveAdvice(Runtime& rt) {
     const QString text =
         rt.app.OpenTask == 1
@@ -112,7 +107,7 @@ bool LeaveAdvice(Runtime& rt) {
 
 bool MayLeaveReading(Runtime& rt, const QString& lessonText, bool taskFinished,
                      bool blankTextLeavesFreely) {
-    if (!AtStudyPosition(rt)) return true;
+    if (!AtStudyPosition(rt.app)) return true;
     if (rt.app.OpenTask != 1) return taskFinished || !LeaveAdvice(rt);
 
     const Notepad* notepad = rt.forms.Get<Notepad>();
@@ -136,7 +131,7 @@ void ClearRelatedExpressions(Runtime& rt) {
 }
 
 void FinishReading(Runtime& rt, Form* form) {
-    if (AtStudyPosition(rt)) {
+    if (AtStudyPosition(rt.app)) {
         AdvanceStudy(rt);
         rt.MsgBox(QStringLiteral("You have finished task 6. Let's go on to do task 7."),
                   Mb::OKOnly | Mb::Information, QStringLiteral("Advice"));

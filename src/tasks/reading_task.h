@@ -47,9 +47,6 @@ private:
 QString TranslateTaskText();
 QString ReadAloudTaskText();
 
-// Whether the open task is the one the study stands at.
-bool AtStudyPosition(const Runtime& rt);
-
 // The advice on leaving an unfinished task 1 or 6. True when the learner chose to stay.
 bool LeaveAdvice(Runtime& rt);
 

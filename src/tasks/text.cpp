@@ -5,6 +5,7 @@
 #include "core/runtime.h"
 #include "core/speech.h"
 #include "platform/timers.h"
+#include "shell/study.h"
 #include "tasks/fen_pei_tiao.h"
 #include "tasks/words_panel.h"
 
@@ -72,7 +73,7 @@ void Text::Form_Load() {
     } else {
         setUpTask6();
     }
-    TaskFinished = !AtStudyPosition(rt);
+    TaskFinished = !AtStudyPosition(rt.app);
     if (rt.sound) rt.sound->SetSpeechEndHandler(kReadingTask, [this] { speechEnded(); });
     countSoundFiles();
 }
