@@ -1,5 +1,5 @@
-// The TV play's rules: the pace of the pictures, the line the sound has reached, the text and the
-// play list as shown, and the buttons beside the list.
+// The TV play's rules: the pace of the pictures, the line the sound has reached, the mark of a
+// line, and the buttons beside the play list.
 
 #include "tasks/listening_tv_logic.h"
 
@@ -40,34 +40,17 @@ TEST(ListeningTVLogic, TheLineReachedIsTheLastWhoseStartLiesBelowThePosition) {
     EXPECT_EQ(LineAtPosition({}, 5000), 0);
 }
 
-TEST(ListeningTVLogic, TextListAndTimeAsShown) {
+TEST(ListeningTVLogic, ALineIsMarkedAsItStandsAndTheButtonsFollowTheList) {
     Array1<QString> lines;
     lines.Append(QStringLiteral("你好！"));
-    lines.Append(QStringLiteral("  我们去银行吧，好吗？"));
-    EXPECT_EQ(BuildPlayText(QStringLiteral("第一课"), lines, 2),
-              "第一课\r\n1) 你好！\r\n2)   我们去银行吧，好吗？");
-    EXPECT_EQ(PlayListItems(lines, 2), QStringList({"- Select 请选择 -", " Step 1 ", " Step 2 ",
-                                                    "1. 你好！", "2.   我们去银行吧......"}));
-    // A line is marked as it stands, blanks and all, at its first place.
-    const QString text = BuildPlayText({}, lines, 2);
-    EXPECT_EQ(PlayLineMark(text, lines[2]), (TextMark{int(text.indexOf("2) ")) + 3, 12}));
-    EXPECT_EQ(PlayLineMark(text, QStringLiteral("再见")), std::nullopt);
-    EXPECT_EQ(PlayTimeText(12345, 59000), "12.3 / 59.0");
-    EXPECT_EQ(PlayTimeText(0, 940), "0.0 / 0.9");
-}
-
-TEST(ListeningTVLogic, PreviousAndNextFollowThePlayList) {
-    struct Case {
-        int index;
-        PlayListButtons buttons;
-    };
-    // Items 0 to 2 are the choices of the whole play; 3 to 7 are lines 1 to 5.
-    for (const Case& c : std::initializer_list<Case>{{0, {false, false}},
-                                                     {2, {false, false}},
-                                                     {3, {false, true}},
-                                                     {5, {true, true}},
-                                                     {7, {true, false}}})
-        EXPECT_EQ(PlayListButtonsAt(c.index, 7), c.buttons) << c.index;
+    lines.Append(QStringLiteral("  你好！"));
+    const QString text = BuildPlayText(QStringLiteral("第一课"), lines, 2);
+    EXPECT_EQ(PlayLineMark(text, lines[2]), (TextMark{int(text.indexOf("2) ")) + 3, 5}));
+    // Items 0 to 2 play the whole; 3 to 7 are lines 1 to 5.
+    EXPECT_EQ(PlayListButtonsAt(2, 7), (PlayListButtons{false, false}));
+    EXPECT_EQ(PlayListButtonsAt(3, 7), (PlayListButtons{false, true}));
+    EXPECT_EQ(PlayListButtonsAt(5, 7), (PlayListButtons{true, true}));
+    EXPECT_EQ(PlayListButtonsAt(7, 7), (PlayListButtons{true, false}));
     EXPECT_EQ(PlayListButtonsAt(3, 3), (PlayListButtons{false, false})) << "a play of one line";
 }
 
