@@ -107,6 +107,8 @@ void Question::showQuestion() {
         const bool shown = i < q.AnswerCount;
         Text2[static_cast<size_t>(i)]->SetText(shown ? q.Texts.value(i + 1) : QString());
         box->setVisible(shown);
+        // An unused option's empty field goes with its box, so no blank line waits for an answer.
+        Text2[static_cast<size_t>(i)]->setVisible(shown);
     }
 }
 

@@ -58,12 +58,14 @@ struct QuestionTest : ::testing::Test {
 };
 
 TEST_F(QuestionTest, JudgesExactlyTheTickedBoxesAndHidesUnusedOnes) {
-    open({"1", "两个对的？", "#甲", "乙", "#丙", "", "2", "空的？", "#是", "不是"});
+    open({"1", "两个对的？", "#甲", "乙", "#丙", "", "2", "空的？", "#是", "不是", "3", "最后？",
+          "#对", "错"});
     EXPECT_EQ(form->Label1->Caption(), "Question 1");
     EXPECT_EQ(form->Text1->Text(), "两个对的？");
     EXPECT_EQ(form->Text2[2]->Text(), "丙");
     EXPECT_FALSE(form->Check2[3]->isVisibleTo(form)) << "three options hide the fourth box";
     EXPECT_TRUE(form->Text2[3]->Text().isEmpty());
+    EXPECT_FALSE(form->Text2[3]->isVisibleTo(form));
     EXPECT_FALSE(form->Command2->isEnabled()) << "nothing ticked, nothing to judge";
 
     answer({0}); // one of the two right options
