@@ -9,6 +9,7 @@
 #include "tasks/listening_tv.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
+#include "tasks/question.h"
 #include "tasks/result1.h"
 #include "tasks/text.h"
 #include "tasks/typing.h"
@@ -32,12 +33,11 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<Text>();
     forms.Register<Vocabulary>();
     forms.Register<ListeningTV>();
+    forms.Register<Question>();
 }
 
 const QStringList& FormsStillToBuild() {
     static const QStringList names = {
-        // The tasks and their panels.
-        QStringLiteral("Question"),
         // The assistants.
         QStringLiteral("Alphabet1"),
         QStringLiteral("Figure"),
