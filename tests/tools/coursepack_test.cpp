@@ -444,43 +444,37 @@ TEST(CoursepackSources, ALessonWithFewNewCharactersIsWarnedAbout) {
 }
 
 TEST(CoursepackSources, CourseWideLimitsAreChecked) {
-    {
+    // More rows than the sentence finder's table holds, over four files; eight dialogs.
+    QString rows, dialogs;
+    for (int i = 0; i < 10000; ++i)
+        rows += QStringLiteral("ni3 | 你 | you\n");
+    for (int i = 0; i < 8; ++i)
+        dialogs += QStringLiteral("好%1 = Ask %1\n好 = Yes %1\n不 = No %1\n\n").arg(i);
+    const struct {
+        int titles;
+        QStringList files;
+        QString text;
+        const char* says;
+    } cases[] = {
+        {139, {}, {}, "139 titles"},
+        {kLessonCount,
+         {"spoken/sentences_1.txt", "spoken/sentences_2.txt", "spoken/sentences_3.txt",
+          "spoken/sentences_4.txt"},
+         rows,
+         "32,767"},
+        {kLessonCount, {"spoken/dialogs.txt"}, dialogs, "eight dialogs"},
+    };
+    for (const auto& c : cases) {
         SourceFolder src;
-        src.WriteTitles(139);
+        src.WriteTitles(c.titles);
+        for (const QString& file : c.files)
+            src.Write(file, c.text);
         Course course;
         std::vector<SourceError> errors;
         ReadCourse(src.Dir(), course, errors);
-        ASSERT_EQ(errors.size(), 1u);
-        EXPECT_TRUE(errors[0].Text().contains(QStringLiteral("139 titles")));
-    }
-    {
-        // More rows than the sentence finder's table holds, over two files.
-        SourceFolder src;
-        src.WriteTitles();
-        QString rows;
-        for (int i = 0; i < 10000; ++i)
-            rows += QStringLiteral("ni3 | 你 | you\n");
-        for (int n = 1; n <= 4; ++n)
-            src.Write(QStringLiteral("spoken/sentences_%1.txt").arg(n), rows);
-        Course course;
-        std::vector<SourceError> errors;
-        ReadCourse(src.Dir(), course, errors);
-        ASSERT_EQ(errors.size(), 1u);
-        EXPECT_TRUE(errors[0].Text().contains(QStringLiteral("32,767")))
+        ASSERT_EQ(errors.size(), 1u) << c.says;
+        EXPECT_TRUE(errors[0].Text().contains(QString::fromUtf8(c.says)))
             << errors[0].Text().toStdString();
-    }
-    {
-        SourceFolder src;
-        src.WriteTitles();
-        QString dialogs;
-        for (int i = 0; i < 8; ++i)
-            dialogs += QStringLiteral("好%1 = Ask %1\n好 = Yes %1\n不 = No %1\n\n").arg(i);
-        src.Write(QStringLiteral("spoken/dialogs.txt"), dialogs);
-        Course course;
-        std::vector<SourceError> errors;
-        ReadCourse(src.Dir(), course, errors);
-        ASSERT_EQ(errors.size(), 1u);
-        EXPECT_TRUE(errors[0].Text().contains(QStringLiteral("eight dialogs")));
     }
 }
 
