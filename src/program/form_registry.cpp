@@ -39,14 +39,10 @@ void RegisterProgramForms(AppForms& forms) {
 const QStringList& FormsStillToBuild() {
     static const QStringList names = {
         // The assistants.
-        QStringLiteral("Alphabet1"),
-        QStringLiteral("Figure"),
-        QStringLiteral("SentencesSingle"),
-        QStringLiteral("Spoken"),
-        QStringLiteral("Surname"),
-        QStringLiteral("Chat"),
-        QStringLiteral("WriteCharacter"),
-        QStringLiteral("Samples"),
+        QStringLiteral("Alphabet1"),       QStringLiteral("Figure"),
+        QStringLiteral("SentencesSingle"), QStringLiteral("Spoken"),
+        QStringLiteral("Surname"),         QStringLiteral("Chat"),
+        QStringLiteral("WriteCharacter"),  QStringLiteral("Samples"),
     };
     return names;
 }
