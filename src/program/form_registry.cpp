@@ -8,6 +8,7 @@
 #include "tasks/find_sentence.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
+#include "tasks/question.h"
 #include "tasks/result1.h"
 #include "tasks/text.h"
 #include "tasks/typing.h"
@@ -30,13 +31,13 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<FindSentence>();
     forms.Register<Text>();
     forms.Register<Vocabulary>();
+    forms.Register<Question>();
 }
 
 const QStringList& FormsStillToBuild() {
     static const QStringList names = {
         // The tasks and their panels.
         QStringLiteral("ListeningTV"),
-        QStringLiteral("Question"),
         // The assistants.
         QStringLiteral("Alphabet1"),
         QStringLiteral("Figure"),
