@@ -17,6 +17,7 @@
 #include "tasks/exercise3.h"
 #include "tasks/find_sentence.h"
 #include "tasks/notepad.h"
+#include "tasks/question.h"
 #include "tasks/result1.h"
 #include "tasks/text.h"
 #include "tasks/typing.h"
@@ -157,6 +158,7 @@ protected:
     void fillTheBlanks();
     void findTheSentences();
     void readAloud();
+    void answerTheQuestions(bool rightly);
 
     TestEnv env;
     Begin1* menu = nullptr;
@@ -323,7 +325,35 @@ void WholeLesson::readAloud() {
     EXPECT_EQ(lastBox(), "You have finished task 6. Let's go on to do task 7.");
 }
 
-TEST_F(WholeLesson, TheFirstLessonIsStudiedTaskByTaskUpToTheQuestions) {
+// Task 7, one round: each question answered by ticking boxes and OK, then Next. Rightly: exactly
+// the right options; otherwise one wrong option alone.
+void WholeLesson::answerTheQuestions(bool rightly) {
+    auto* questions = rt().forms.Get<Question>();
+    ASSERT_TRUE(questions);
+    for (int q = 1; q <= questions->QuestionCount; ++q) {
+        ASSERT_EQ(questions->CurrentQuestion, q);
+        const QuestionEntry& asked = questions->Questions[q];
+        EXPECT_EQ(questions->Text1->Text(), asked.Texts[0]);
+        bool ticked = false;
+        for (int i = 0; i < std::min<int>(asked.AnswerCount, 4); ++i) {
+            const bool right = asked.Right[i + 1] == 1;
+            if (rightly ? right : !right && !ticked) {
+                CheckBox* box = questions->Check2[static_cast<size_t>(i)];
+                test::Click(box, box->rect().center());
+                ticked = true;
+            }
+        }
+        ASSERT_TRUE(ticked && questions->Command2->isEnabled()) << "question " << q;
+        test::Click(questions->Command2);         // OK
+        if (q == questions->QuestionCount) break; // the round ends: a box tells what follows
+        EXPECT_EQ(questions->Label3[2]->Caption(),
+                  rightly ? QStringLiteral("Right  正确") : QStringLiteral("Wrong  不对"));
+        EXPECT_EQ(questions->Command2->Caption(), "Next");
+        test::Click(questions->Command2);
+    }
+}
+
+TEST_F(WholeLesson, TheFirstLessonIsStudiedTaskByTaskToTheNextLesson) {
     EXPECT_EQ(menu->Combo1->ListIndex(), 0);
     EXPECT_EQ(taskList(menu), "r+b-b-b-b-b-b-");
     EXPECT_EQ(menu->focusWidget(), menu->Command1[0]);
@@ -342,6 +372,38 @@ TEST_F(WholeLesson, TheFirstLessonIsStudiedTaskByTaskUpToTheQuestions) {
     readAloud();
     expectBackInMenuAt(7);
     EXPECT_EQ(menu->focusWidget(), menu->Command1[6]);
+
+    // A first round with no right answer starts over at question 1; a second one finishes the
+    // lesson and moves the study position on to the next lesson.
+    ASSERT_TRUE(open<Question>(7));
+    answerTheQuestions(false);
+    EXPECT_EQ(lastBox(), "You haven't correctly answer all the questions. Do task 7 again, please");
+    EXPECT_EQ(app().StudyTask, 7);
+    answerTheQuestions(true);
+    EXPECT_TRUE(lastBox().startsWith("Great! You have finished studying lesson 1."));
+    EXPECT_EQ(rt().forms.Get<Question>(), nullptr);
+    EXPECT_EQ(storedPosition(), std::make_pair(2, 1));
+    EXPECT_EQ(app().StudyLesson, 2);
+    EXPECT_EQ(app().StudyTask, 1);
+
+    // The menu keeps the lesson just finished, all its tasks done; lesson 2 is a choice away.
+    ASSERT_TRUE(menu->Visible());
+    EXPECT_EQ(menu->Combo1->ListIndex(), 0);
+    EXPECT_EQ(taskList(menu), "g+g+g+g+g+g+g+");
+    menu->Combo1->SetListIndex(1);
+    EXPECT_EQ(app().OpenLesson, 2);
+    EXPECT_EQ(taskList(menu), "r+b-b-b-b-b-b-");
+    EXPECT_EQ(menu->focusWidget(), menu->Command1[0]);
+
+    // The next day the program starts again on the same folder, at lesson 2, task 1.
+    rt().forms.DestroyAll();
+    rt().app = AppState();
+    startProgram();
+    EXPECT_EQ(app().StudyLesson, 2);
+    EXPECT_EQ(menu->Combo1->ListIndex(), 1);
+    EXPECT_EQ(app().OpenLesson, 2);
+    EXPECT_EQ(taskList(menu), "r+b-b-b-b-b-b-");
+    EXPECT_EQ(menu->focusWidget(), menu->Command1[0]);
 }
 
 } // namespace
