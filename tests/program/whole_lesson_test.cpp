@@ -7,6 +7,7 @@
 #include "core/data_paths.h"
 #include "core/pinyin.h"
 #include "core/runtime.h"
+#include "platform/files.h"
 #include "search/dictionary.h"
 #include "shell/begin.h"
 #include "shell/begin1.h"
@@ -130,19 +131,13 @@ protected:
         for (int t = 1; t <= kTaskCount; ++t)
             expected += t < next ? "g+" : t == next ? "r+" : "b-";
         EXPECT_EQ(taskList(menu), expected);
-        EXPECT_EQ(storedPosition(), std::make_pair(1, next));
+        EXPECT_EQ(stored(), PackInt16LE({1, static_cast<int16_t>(next)}));
     }
 
-    std::pair<int, int> storedPosition() {
+    // The bytes of Study.zvk as stored.
+    QByteArray stored() {
         QFile f(env.Path(QStringLiteral("Study.zvk")));
-        if (!f.open(QIODevice::ReadOnly)) return {-1, -1};
-        const QByteArray b = f.readAll();
-        if (b.size() != 4) return {-1, -1};
-        const auto at = [&b](int i) {
-            return static_cast<int16_t>(static_cast<uint8_t>(b[i]) | static_cast<uint8_t>(b[i + 1])
-                                                                         << 8);
-        };
-        return {at(0), at(2)};
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
     // The lesson's word row that the Chinese shown stands for.
@@ -382,7 +377,7 @@ TEST_F(WholeLesson, TheFirstLessonIsStudiedTaskByTaskToTheNextLesson) {
     answerTheQuestions(true);
     EXPECT_TRUE(lastBox().startsWith("Great! You have finished studying lesson 1."));
     EXPECT_EQ(rt().forms.Get<Question>(), nullptr);
-    EXPECT_EQ(storedPosition(), std::make_pair(2, 1));
+    EXPECT_EQ(stored(), PackInt16LE({2, 1}));
     EXPECT_EQ(app().StudyLesson, 2);
     EXPECT_EQ(app().StudyTask, 1);
 
