@@ -6,6 +6,7 @@
 #include "search/zoom.h"
 #include "tasks/exercise3.h"
 #include "tasks/find_sentence.h"
+#include "tasks/listening_tv.h"
 #include "tasks/newwords.h"
 #include "tasks/notepad.h"
 #include "tasks/question.h"
@@ -31,13 +32,12 @@ void RegisterProgramForms(AppForms& forms) {
     forms.Register<FindSentence>();
     forms.Register<Text>();
     forms.Register<Vocabulary>();
+    forms.Register<ListeningTV>();
     forms.Register<Question>();
 }
 
 const QStringList& FormsStillToBuild() {
     static const QStringList names = {
-        // The tasks and their panels.
-        QStringLiteral("ListeningTV"),
         // The assistants.
         QStringLiteral("Alphabet1"),
         QStringLiteral("Figure"),

@@ -5,16 +5,9 @@
 #include "core/runtime.h"
 #include "core/speech.h"
 #include "platform/timers.h"
-#include "search/expressions_related.h"
-#include "shell/form_stacks.h"
 #include "shell/study.h"
 #include "tasks/fen_pei_tiao.h"
-#include "tasks/notepad.h"
 #include "tasks/words_panel.h"
-
-#include <QClipboard>
-#include <QEvent>
-#include <QGuiApplication>
 
 namespace vt {
 
@@ -23,24 +16,7 @@ namespace {
 constexpr int16_t kReadingTask = 6;
 constexpr int kLastTextLesson = 80;
 
-const QString kTranslateTask = QStringLiteral(
-    "You task is to translate the text of the lesson into English. Write your translation on the "
-    "Translation panel above and email it to your teacher.");
-const QString kReadAloudTask =
-    QStringLiteral("Your task is to read aloud the text after the computer teacher. Don't load on "
-                   "the job. It is important.");
 const QString kStop = QStringLiteral("Stop");
-
-// Clears the clipboard when the mouse goes down on the text, before a new selection is made.
-class ClipboardClearer final : public QObject {
-public:
-    using QObject::QObject;
-    bool eventFilter(QObject* watched, QEvent* e) override {
-        if (e->type() == QEvent::MouseButtonPress)
-            if (QClipboard* clipboard = QGuiApplication::clipboard()) clipboard->clear();
-        return QObject::eventFilter(watched, e);
-    }
-};
 
 } // namespace
 
@@ -50,14 +26,14 @@ Text::Text(Runtime& runtime) : AppForm(runtime, kName) {
     KeyPreview = true;
 
     AddLabel(NAMED(Label2), {240, 60, 9000, 300})->SetFontSize(12);
-    AddLabel(NAMED(Label3), {240, 360, 9120, 500}, kTranslateTask)->setWordWrap(true);
+    AddLabel(NAMED(Label3), {240, 360, 9120, 500}, TranslateTaskText())->setWordWrap(true);
 
     AddTextArea(NAMED(Text1), {240, 900, 9120, 2160});
     Text1->setReadOnly(true);
     QFont font = Text1->font();
     font.setPointSize(14);
     Text1->setFont(font);
-    Text1->viewport()->installEventFilter(new ClipboardClearer(this));
+    ClearClipboardOnPress(Text1);
 
     AddControl(NAMED(FenPeiTiao1), {240, 3120, 9120, 240})->setToolTip(" Clck here, please. ");
     connect(FenPeiTiao1, &FenPeiTiao::Seek, this, [this](float x) { FenPeiTiao1_Seek(x); });
@@ -83,11 +59,6 @@ Text::Text(Runtime& runtime) : AppForm(runtime, kName) {
     OnSoundEnd(OwnerTag::Text, [this] { SoundDone(); });
 }
 
-bool Text::atStudyPosition() const {
-    const AppState& app = rt.app;
-    return app.OpenLesson == app.StudyLesson && app.OpenTask == app.StudyTask;
-}
-
 void Text::Form_Load() {
     const AppState& app = rt.app;
     Text1->SetText(BuildLessonText(app.TextTitle, app.TextLines, app.TextLineCount));
@@ -102,7 +73,7 @@ void Text::Form_Load() {
     } else {
         setUpTask6();
     }
-    TaskFinished = !atStudyPosition();
+    TaskFinished = !AtStudyPosition(rt.app);
     if (rt.sound) rt.sound->SetSpeechEndHandler(kReadingTask, [this] { speechEnded(); });
     countSoundFiles();
 }
@@ -126,7 +97,7 @@ void Text::setUpTask1() {
 
 void Text::setUpTask6() {
     ReadingStep = 1;
-    Label3->SetCaption(kReadAloudTask);
+    Label3->SetCaption(ReadAloudTaskText());
     Label4->setVisible(true);
     for (QWidget* w : std::initializer_list<QWidget*>{Command2, Command3, Command4, Combo1})
         w->setEnabled(false);
@@ -237,55 +208,14 @@ void Text::SoundDone() {
 
 void Text::Command5_Click() {
     Command5->setEnabled(false);
-    Text1->SetSelStart(0);
-    SearchFrom = 1;
-    WalkPosition = 1;
-    WalkEnd = static_cast<int16_t>(std::min<qsizetype>(Text1->Text().size(), INT16_MAX));
+    walk_.Start(*Text1);
     Command5->SetCaption(kStop);
-    walk_.SetLesson(rt.app.LessonWords, rt.app.LessonWordRows);
-    walk_.SetWordTable(rt.app.WordTable, rt.app.WordCount);
     sentenceWalk();
 }
 
 // One word of the first step, or the start of the second when the text is through.
 void Text::sentenceWalk() {
-    const QString text = Text1->Text();
-    while (WalkPosition <= WalkEnd && WalkPosition <= text.size()) {
-        const int pos = WalkPosition - 1;
-        if (IsChineseCharacter(text[pos])) {
-            if (const auto word = walk_.WordAt(text, pos)) {
-                showWord(*word);
-                return;
-            }
-        }
-        ++WalkPosition;
-    }
-    beginSentenceStep();
-}
-
-void Text::showWord(const WalkWord& word) {
-    const AppState& app = rt.app;
-    const bool lessonRow = word.fromLesson && word.row >= 1 && word.row <= app.LessonWords.Count();
-    const QString cell =
-        lessonRow
-            ? app.LessonWords[word.row].Chinese
-            : (word.row <= app.WordTable.Count() ? app.WordTable[word.row].Chinese : QString());
-    const QString pinyin =
-        lessonRow ? app.LessonWords[word.row].Pinyin
-                  : (word.row <= app.WordPinyin.Count() ? app.WordPinyin[word.row] : QString());
-    const QString kept = KeptSyllables(cell, pinyin, word.word);
-    const auto length = static_cast<int16_t>(word.word.size());
-
-    WalkPosition = static_cast<int16_t>(WalkPosition + length);
-    const qsizetype at = Text1->Text().indexOf(word.word, std::max(0, SearchFrom - 1));
-    if (at >= 0) {
-        Text1->Select(static_cast<int>(at), length);
-        SearchFrom = static_cast<int16_t>(at + length + 1);
-    }
-    if (auto* related = rt.forms.Get<ExpressionsRelated>())
-        related->Common04(word.word, Trim(kept), word.row, word.fromLesson, word.withRelated);
-    // The end of the speech starts the pause (speechEnded); a word with nothing to say stays.
-    SpeakPinyin(rt, kept);
+    if (!walk_.Next(*Text1)) beginSentenceStep();
 }
 
 void Text::speechEnded() {
@@ -311,7 +241,7 @@ void Text::Timer5_Tick() {
 void Text::beginSentenceStep() {
     ReadingStep = 2;
     Label1->SetCaption(QStringLiteral("2 / 2"));
-    if (auto* related = rt.forms.Get<ExpressionsRelated>()) related->Clear();
+    ClearRelatedExpressions(rt);
     Text1->SetSelStart(0);
     WalkPosition = 0;
     playNextSentence();
@@ -327,12 +257,7 @@ void Text::playNextSentence() {
     }
     Text1->SetSelStart(0);
     TaskFinished = true;
-    if (atStudyPosition()) {
-        AdvanceStudy(rt);
-        rt.MsgBox(QStringLiteral("You have finished task 6. Let's go on to do task 7."),
-                  Mb::OKOnly | Mb::Information, QStringLiteral("Advice"));
-    }
-    rt.forms.Unload(this);
+    FinishReading(rt, this);
 }
 
 void Text::Form_KeyDown(int& keyCode, int) {
@@ -342,40 +267,8 @@ void Text::Form_KeyDown(int& keyCode, int) {
     }
 }
 
-// True when the learner chose to stay after the advice.
-bool Text::leaveAdvice() {
-    const QString text =
-        rt.app.OpenTask == 1
-            ? QStringLiteral("You haven't finished translating the text into Chinese yet. Let's "
-                             "finish task 1 now, otherwise you are unable to do the next task.")
-            : QStringLiteral("You haven't finished task 6 yet. Let's finish task 6 now, "
-                             "otherwise you are unable to do the next lesson.");
-    return rt.MsgBox(text, Mb::OKCancel | Mb::Information, QStringLiteral("Advice")) == Mb::OK;
-}
-
-// The checks on leaving: false when the learner stays.
-bool Text::mayLeave() {
-    if (!atStudyPosition()) return true;
-    if (rt.app.OpenTask != 1) return TaskFinished || !leaveAdvice();
-
-    const Notepad* notepad = rt.forms.Get<Notepad>();
-    const QString translation = notepad ? notepad->Text1->Text() : QString();
-    switch (
-        JudgeTranslation(Text1->Text(), translation, rt.app.LessonWords, rt.app.LessonWordRows)) {
-    case TranslationVerdict::NothingToJudge:
-        return true;
-    case TranslationVerdict::TooShort:
-    case TranslationVerdict::Fails:
-        return !leaveAdvice();
-    case TranslationVerdict::Passes:
-        AdvanceStudy(rt);
-        return true;
-    }
-    return true;
-}
-
 void Text::Form_Unload(bool& cancel) {
-    if (!mayLeave()) {
+    if (!MayLeaveReading(rt, Text1->Text(), TaskFinished, true)) {
         cancel = true;
         return;
     }
@@ -384,18 +277,7 @@ void Text::Form_Unload(bool& cancel) {
         t->SetEnabled(false);
     if (rt.sound) rt.sound->RemoveSpeechEndHandler(kReadingTask);
 
-    AppState& app = rt.app;
-    if (app.OpenTask == 1) {
-        rt.forms.Unload<WordsPanel>();
-        rt.forms.Unload<Notepad>();
-    } else if (Form* related = rt.forms.Find(QString::fromLatin1(ExpressionsRelated::kName))) {
-        rt.forms.Unload(related);
-    }
-    app.OpenTask = 0;
-    if (rt.sound) rt.sound->MMControl1->SetCommand(QStringLiteral("Close"));
-    if (Form* dictionary = rt.forms.Find(QString::fromLatin1(kDictionary))) dictionary->Hide();
-    ShowMenuAgain(rt);
-    FocusStudyTask(rt);
+    CloseReadingTask(rt, rt.sound ? rt.sound->MMControl1 : nullptr);
 }
 
 } // namespace vt

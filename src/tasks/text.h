@@ -9,7 +9,7 @@
 // pause starts when its speech ends, a sentence's when its recording ends.
 
 #include "core/app_form.h"
-#include "tasks/text_logic.h"
+#include "tasks/reading_task.h"
 
 namespace vt {
 
@@ -55,7 +55,6 @@ public:
     int16_t SoundFileCount = 0;
 
 private:
-    bool atStudyPosition() const;
     void setUpTask1();
     void setUpTask6();
     void countSoundFiles();
@@ -67,7 +66,6 @@ private:
     void Command4_Click();
     void Command5_Click();
     void sentenceWalk();
-    void showWord(const WalkWord& word);
     void beginSentenceStep();
     void playNextSentence();
     void speechEnded();
@@ -76,10 +74,8 @@ private:
     void Timer4_Tick();
     void Timer5_Tick();
     void FenPeiTiao1_Seek(float x);
-    bool leaveAdvice();
-    bool mayLeave();
 
-    WordWalk walk_;
+    ReadingWalk walk_{rt, WalkEnd, WalkPosition, SearchFrom};
 };
 
 } // namespace vt

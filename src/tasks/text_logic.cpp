@@ -64,8 +64,10 @@ int EnglishTokensFound(const Array1<LessonWord>& words, int wordRows, const QStr
 }
 
 TranslationVerdict JudgeTranslation(const QString& lessonText, const QString& translation,
-                                    const Array1<LessonWord>& words, int wordRows) {
-    if (Trim(lessonText).isEmpty()) return TranslationVerdict::NothingToJudge;
+                                    const Array1<LessonWord>& words, int wordRows,
+                                    bool blankTextLeavesFreely) {
+    if (blankTextLeavesFreely && Trim(lessonText).isEmpty())
+        return TranslationVerdict::NothingToJudge;
     if (2 * translation.size() < lessonText.size()) return TranslationVerdict::TooShort;
     if (wordRows <= 0) return TranslationVerdict::Passes;
     const double ratio = static_cast<double>(EnglishTokensFound(words, wordRows, translation)) /

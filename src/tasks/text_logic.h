@@ -40,9 +40,11 @@ enum class TranslationVerdict {
 // The tokens of the English cells (parenthesised notes dropped) found in translation, ignoring
 // case, against the number of word rows. The ratio is rounded half to even before the
 // comparison, so 0.5 fails and 1.5 passes. A lesson without word rows has nothing to count
-// against: a translation long enough passes.
+// against: a translation long enough passes. A blank lesson text has nothing to judge unless
+// blankTextLeavesFreely is off, and then it is judged like any other.
 TranslationVerdict JudgeTranslation(const QString& lessonText, const QString& translation,
-                                    const Array1<LessonWord>& words, int wordRows);
+                                    const Array1<LessonWord>& words, int wordRows,
+                                    bool blankTextLeavesFreely = true);
 // The number of English tokens of the lesson's words that occur in translation.
 int EnglishTokensFound(const Array1<LessonWord>& words, int wordRows, const QString& translation);
 
