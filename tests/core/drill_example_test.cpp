@@ -101,16 +101,6 @@ TEST(DrillExample, ASyllableIsSpokenListedAndAskedForAgain) {
     EXPECT_EQ(env.boxes.Count(), 0);
 }
 
-TEST(DrillExample, ASyllableWithoutItsToneGetsAdvice) {
-    test::TestEnv env;
-    Drill* drill = env.rt->forms.Load<Drill>();
-    drill->Text1->SetText("ni");
-    drill->Command1->click();
-    ASSERT_EQ(env.boxes.Count(), 1);
-    EXPECT_EQ(env.boxes.Last().title, "Advice");
-    EXPECT_EQ(drill->ListView1->Count(), 0);
-}
-
 TEST(DrillExample, LeavingBeforeAnyPracticeAsksAndOkStays) {
     test::TestEnv env;
     Drill* drill = env.rt->forms.Load<Drill>();

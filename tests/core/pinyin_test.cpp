@@ -166,12 +166,13 @@ TEST(SplitPinyinSyllables, EachDigitEndsOneSyllable) {
 }
 
 TEST(SmallTexts, PadNumberAndWeekdays) {
-    EXPECT_EQ(PadNumber(7), u("  7"));
-    EXPECT_EQ(PadNumber(0), u("  0"));
-    EXPECT_EQ(PadNumber(42), u(" 42"));
-    EXPECT_EQ(PadNumber(100), u("100"));
-    EXPECT_EQ(PadNumber(-5), u("  -5"));
-    EXPECT_EQ(PadNumber(-120), u("  -120"));
+    for (const auto& [n, text] : {std::pair{7, "  7"},
+                                  {0, "  0"},
+                                  {42, " 42"},
+                                  {100, "100"},
+                                  {-5, "  -5"},
+                                  {-120, "  -120"}})
+        EXPECT_EQ(PadNumber(static_cast<int16_t>(n)), u(text)) << n;
 
     // Chinese only for exactly -1; days outside 1..7 have no name.
     EXPECT_EQ(WeekdayText(-1, 1), u("星期日"));

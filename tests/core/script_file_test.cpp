@@ -244,21 +244,6 @@ TEST(ScriptRoundTrip, RecordsAreEncipheredOnlyWhenAsked) {
     }
 }
 
-TEST(ScriptRoundTrip, AnotherTableGivesOtherText) {
-    const QStringList lines = {QStringLiteral("我是学生。"), QStringLiteral("Lesson one")};
-    const QByteArray bytes = EncodeScriptLines(lines, QStringLiteral("RT"), 3);
-    SeededRandom random;
-    // "RQ" shares the table of "RT".
-    EXPECT_EQ(linesOf(DecodeScript(bytes, QStringLiteral("RQ"), 0, random)), lines);
-    for (const char* family : {"RW", "SP", "VO"}) {
-        const QStringList got =
-            linesOf(DecodeScript(bytes, QString::fromLatin1(family), 0, random));
-        EXPECT_NE(got, lines) << family;
-        for (const QString& l : lines)
-            EXPECT_FALSE(got.join(u'\n').contains(l)) << family;
-    }
-}
-
 TEST(ReadScriptFile, FillsTheScriptLines) {
     test::TestEnv env;
     Runtime& rt = *env.rt;

@@ -10,14 +10,8 @@
 namespace vt {
 namespace {
 
-using test::SoundRuns;
-using test::ToneHz;
-using test::ToneWav;
-
-constexpr int kRate = 22050;
-long framesOf(int ms) {
-    return long(kRate) * ms / 1000;
-}
+using test::FramesOf, test::SoundRuns, test::ToneHz, test::ToneWav;
+constexpr int kRate = test::kOutputRate;
 
 // A recording of a syllable: its tone and length, so the output tells which one sounded.
 struct Recording {
@@ -54,7 +48,7 @@ struct Speech : ::testing::Test {
         if (parts.empty()) return;
         long at = runs[0].start, total = 0;
         for (const Recording& r : parts) {
-            const long n = framesOf(r.ms);
+            const long n = FramesOf(r.ms);
             EXPECT_NEAR(ToneHz(heard(), at + n / 5, n * 3 / 5, kRate), r.hz, 25)
                 << what << ": " << r.file;
             at += n;
@@ -112,8 +106,8 @@ TEST_F(Speech, PlayWaveWithoutOwnerCutsTheSpeechSilently) {
     // 100 ms of ni3, then the lesson sound at once.
     const auto runs = SoundRuns(heard());
     ASSERT_EQ(runs.size(), 1u);
-    EXPECT_NEAR(runs[0].frames, framesOf(100) + framesOf(kLesson.ms), 4);
-    EXPECT_NEAR(ToneHz(heard(), runs[0].start + framesOf(150), framesOf(300), kRate), kLesson.hz,
+    EXPECT_NEAR(runs[0].frames, FramesOf(100) + FramesOf(kLesson.ms), 4);
+    EXPECT_NEAR(ToneHz(heard(), runs[0].start + FramesOf(150), FramesOf(300), kRate), kLesson.hz,
                 25);
 }
 
@@ -146,7 +140,7 @@ TEST_F(Speech, ReplayShowsTheToneAgainOnlyForSyllables) {
         const auto runs = SoundRuns(heard());
         ASSERT_EQ(runs.size(), 1u) << row.file;
         const int ms = row.file == kMa1.file ? kMa1.ms : kLesson.ms;
-        EXPECT_NEAR(runs[0].frames, framesOf(100) + framesOf(ms), 4) << row.file;
+        EXPECT_NEAR(runs[0].frames, FramesOf(100) + FramesOf(ms), 4) << row.file;
     }
 }
 

@@ -32,27 +32,3 @@ TEST(Helpers, IsNumericNeedsOneWholeNumber) {
     EXPECT_FALSE(IsNumeric(QStringLiteral("12a")));
     EXPECT_FALSE(IsNumeric(QStringLiteral("1 2")));
 }
-
-TEST(Helpers, RoundingHalvesGoToEvenAndIntIsFloor) {
-    EXPECT_EQ(RoundHalfEven(0.5), 0);
-    EXPECT_EQ(RoundHalfEven(1.5), 2);
-    EXPECT_EQ(RoundHalfEven(2.5), 2);
-    EXPECT_EQ(RoundHalfEven(-1.5), -2);
-    EXPECT_EQ(RoundHalfEven(2.6), 3);
-    EXPECT_EQ(Int(-0.5), -1);
-    EXPECT_EQ(Int(2.99), 2);
-}
-
-TEST(Helpers, Array1CountsFromOneAndKeepsRowsOnGrowth) {
-    Array1<int> a;
-    EXPECT_EQ(a.Count(), 0);
-    a.ReDim(2);
-    a[1] = 10;
-    a[2] = 20;
-    a.ReDim(3);
-    EXPECT_EQ(a[1], 10);
-    EXPECT_EQ(a[3], 0);
-    a.ReDim(1, false);
-    EXPECT_EQ(a[1], 0);
-    EXPECT_THROW(a.at(2), std::out_of_range);
-}

@@ -12,14 +12,8 @@
 namespace vt {
 namespace {
 
-using test::SoundRuns;
-using test::ToneHz;
-using test::ToneWav;
-
-constexpr int kRate = 22050;
-constexpr long framesOf(int ms) {
-    return long(kRate) * ms / 1000;
-}
+using test::FramesOf, test::SoundRuns, test::ToneHz, test::ToneWav;
+constexpr int kRate = test::kOutputRate;
 
 struct Player : ::testing::Test {
     QTemporaryDir dir;
@@ -68,7 +62,7 @@ TEST_F(Player, PlaysTheWholeFileThenReportsSuccessOnce) {
 
     const auto runs = SoundRuns(heard());
     ASSERT_EQ(runs.size(), 1u);
-    EXPECT_NEAR(runs[0].frames, framesOf(300), 2);
+    EXPECT_NEAR(runs[0].frames, FramesOf(300), 2);
     EXPECT_NEAR(ToneHz(heard(), runs[0].start, runs[0].frames, kRate), 440, 10);
 }
 
@@ -84,7 +78,7 @@ TEST_F(Player, RangePlayGivesExactlyThatSlice) {
     EXPECT_EQ(control.Position(), 900);
     const auto runs = SoundRuns(heard());
     ASSERT_EQ(runs.size(), 1u);
-    EXPECT_NEAR(runs[0].frames, framesOf(300), 2);
+    EXPECT_NEAR(runs[0].frames, FramesOf(300), 2);
     EXPECT_NEAR(ToneHz(heard(), runs[0].start, runs[0].frames, kRate), 1200, 10);
 
     // From and To served that play only: the next one runs on from where it stands to the end.
@@ -120,8 +114,8 @@ TEST_F(Player, StopPrevReplaceAndCloseEachEndThePlayWithTheirCode) {
     long total = 0;
     for (const auto& r : SoundRuns(heard()))
         total += r.frames;
-    EXPECT_NEAR(total, framesOf(400), 8);
-    const long afterClose = long(heard().size()) - framesOf(10);
+    EXPECT_NEAR(total, FramesOf(400), 8);
+    const long afterClose = long(heard().size()) - FramesOf(10);
     for (long i = afterClose; i < long(heard().size()); ++i)
         ASSERT_EQ(heard()[size_t(i)], 0.0f);
 }
@@ -168,9 +162,9 @@ TEST_F(Player, ClipStartedFromDoneFollowsWithoutAGap) {
     clock.RunUntilIdle();
     const auto runs = SoundRuns(heard());
     ASSERT_EQ(runs.size(), 1u) << "a gap between the clips";
-    EXPECT_NEAR(runs[0].frames, framesOf(230) + framesOf(170), 3);
-    EXPECT_NEAR(ToneHz(heard(), runs[0].start, framesOf(200), kRate), 500, 10);
-    EXPECT_NEAR(ToneHz(heard(), runs[0].start + framesOf(250), framesOf(140), kRate), 1500, 10);
+    EXPECT_NEAR(runs[0].frames, FramesOf(230) + FramesOf(170), 3);
+    EXPECT_NEAR(ToneHz(heard(), runs[0].start, FramesOf(200), kRate), 500, 10);
+    EXPECT_NEAR(ToneHz(heard(), runs[0].start + FramesOf(250), FramesOf(140), kRate), 1500, 10);
 }
 
 TEST_F(Player, ControlGoneWhilePlayingFallsSilent) {
@@ -184,7 +178,7 @@ TEST_F(Player, ControlGoneWhilePlayingFallsSilent) {
     clock.Advance(100);
     const auto runs = SoundRuns(heard());
     ASSERT_EQ(runs.size(), 1u);
-    EXPECT_NEAR(runs[0].frames, framesOf(100), 2);
+    EXPECT_NEAR(runs[0].frames, FramesOf(100), 2);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // The dictionary's rules without a widget: the kind of search a text asks for, the rows it hits,
 // the example sentences and their limits, the entry's text in each task, and Locate's walk.
 #include "search/dictionary_logic.h"
-#include "small_course.h"
+#include "support/small_course.h"
 
 #include <gtest/gtest.h>
 

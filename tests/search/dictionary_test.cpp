@@ -2,7 +2,7 @@
 // entry of the word itself; the open task decides what the entry holds back and whether it
 // speaks; Locate walks through the entry; the box keeps a history and answers Escape and Enter.
 #include "search/dictionary.h"
-#include "small_course.h"
+#include "support/small_course.h"
 #include "support/test_env.h"
 
 #include <QTest>

@@ -3,8 +3,8 @@
 #include "search/dictionary.h"
 #include "search/selection_lookup.h"
 #include "search/zoom.h"
-#include "small_course.h"
 #include "support/events.h"
+#include "support/small_course.h"
 #include "support/test_env.h"
 
 #include <gtest/gtest.h>

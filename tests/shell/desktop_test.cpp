@@ -27,14 +27,6 @@ std::vector<int> walk(const QString& tone, int w, int h) {
     return tops;
 }
 
-TEST(ToneMarker, StepsCrossTheFormInHalfASecond) {
-    const MarkerSteps s = ComputeMarkerSteps(15360, 11520, 10);
-    EXPECT_EQ(s.x, 307); // 15360 / 50 = 307.2
-    EXPECT_EQ(s.y, 225); // (11520 - 260) / 50 = 225.2
-    EXPECT_EQ(s.deep, 450);
-    EXPECT_EQ(ComputeMarkerSteps(125, 385, 10).x, 2) << "2.5 rounds to even";
-}
-
 TEST(ToneMarker, EachToneFollowsItsCurve) {
     const int w = 15360, h = 11520;
     const auto level1 = walk("1", w, h);
@@ -124,7 +116,7 @@ struct Desktop : ::testing::Test {
     Runtime& rt = *env.rt;
     Background* bg = nullptr;
     void SetUp() override { bg = rt.forms.Load<Background>(); }
-    QByteArray setting() { return env.files.ReadAll(env.Path("Setting.zvk")).value_or(""); }
+    QByteArray setting() { return env.Read("Setting.zvk"); }
 };
 
 TEST_F(Desktop, ScreenModesPlaceTheDesktopAndStoreTheMode) {

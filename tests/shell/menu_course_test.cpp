@@ -2,7 +2,6 @@
 // the program. Skipped when the sample course has not been built beside the program.
 #include "shell/begin.h"
 #include "shell/begin1.h"
-#include "shell/start_or_not.h"
 #include "shell/study.h"
 #include "support/events.h"
 #include "support/test_env.h"
@@ -28,11 +27,9 @@ QString taskList(const Begin1* m) {
 
 TEST(LessonMenuOnTheCourse, AFirstStartOpensLessonOneAndTheMenuKeepsItsChoice) {
     TestEnv env;
-    if (!env.CopyCourseScripts(QStringLiteral(VANTORIA_APP_DIR)))
+    if (!env.StartOnSampleCourse())
         GTEST_SKIP() << "the sample course is not built in " VANTORIA_APP_DIR;
     Runtime& rt = *env.rt;
-    rt.forms.Load<StartOrNot>();
-    env.clock.Advance(100 + 200 + 200 + 200); // desktop, main screen, loading, menu
 
     Begin* begin = rt.forms.Get<Begin>();
     Begin1* menu = rt.forms.Get<Begin1>();

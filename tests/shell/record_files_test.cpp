@@ -4,12 +4,6 @@
 #include "platform/files.h"
 #include "support/record_files.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QRandomGenerator>
-#include <QTemporaryDir>
-#include <QThread>
 #include <gtest/gtest.h>
 
 namespace vt {
@@ -49,48 +43,19 @@ TEST(RecordFiles, AFailedSaveKeepsTheOldRecordAndWarns) {
 }
 
 // A child saves the study position over and over and is killed at a random moment, three
-// hundred times. In round r it writes task r + 1000 with lessons 1, 2, 3, ...; after the kill the
-// file must hold the record that stood before the round or one that the round wrote, whole.
+// hundred times. In round r it writes task r with lessons 1, 2, 3, ...; after the kill the file
+// must hold the record that stood before the round or one that the round wrote, whole.
 TEST(RecordFiles, KilledInTheMiddleOfSavesTheRecordIsOldOrNew) {
     constexpr int kRounds = 300;
     test::ScratchFolder folder;
     folder.Write("Study.zvk", PackInt16LE({1, 999}));
-    QByteArray before = folder.Read("Study.zvk");
-    QRandomGenerator random(20070);
-    int foundOld = 0, foundNew = 0, leftovers = 0;
-
-    QProcess killer;
-    killer.start(test::RecordWriterPath(), {QStringLiteral("kills"), folder.dir.path()});
-    ASSERT_TRUE(killer.waitForStarted());
-    for (int round = 0; round < kRounds; ++round) {
-        const int task = 1000 + round;
-        // Most rounds are killed within the first few saves, some after dozens of them.
-        const int waitUs = round % 4 == 0 ? int(random.bounded(20000)) : int(random.bounded(3000));
-        killer.write(QStringLiteral("%1 %2\n").arg(task).arg(waitUs).toUtf8());
-        while (!killer.canReadLine())
-            ASSERT_TRUE(killer.waitForReadyRead(10000)) << "round " << round;
-        ASSERT_EQ(killer.readLine(), "killed\n");
-
-        const QByteArray after = folder.Read("Study.zvk");
-        ASSERT_EQ(after.size(), 4) << "round " << round;
-        if (after == before) {
-            ++foundOld;
-        } else {
-            ASSERT_EQ(ReadInt16LE(after, 2), task) << "round " << round << ": not a record of it";
-            ASSERT_GE(ReadInt16LE(after, 0), 1) << "round " << round;
-            ++foundNew;
-        }
-        before = after;
-        leftovers += int(folder.Files().size()) - 1;
-        FileStore::RemoveLeftoverSaves(folder.dir.path());
-        ASSERT_EQ(folder.Files(), QStringList{"Study.zvk"}) << "round " << round;
-    }
-    killer.closeWriteChannel();
-    ASSERT_TRUE(killer.waitForFinished(10000));
-    EXPECT_EQ(foundOld + foundNew, kRounds);
-    std::printf("%d kills: Study.zvk found old %d times, new %d times; %d temporary files left "
-                "by the kills, all removed\n",
-                kRounds, foundOld, foundNew, leftovers);
+    test::RunKillRounds(
+        QStringLiteral("kills"), folder.dir.path(), folder, QStringLiteral("Study.zvk"), 1000,
+        kRounds, 20070, 20000, [](int task, const QByteArray& after) {
+            ASSERT_EQ(after.size(), 4) << "round " << task;
+            ASSERT_EQ(ReadInt16LE(after, 2), task) << "round " << task << ": not a record of it";
+            ASSERT_GE(ReadInt16LE(after, 0), 1) << "round " << task;
+        });
 }
 
 } // namespace

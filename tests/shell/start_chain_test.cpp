@@ -246,20 +246,6 @@ TEST(StudyFile, ZeroCasesAndBadFiles) {
     }
 }
 
-TEST(StudyFile, SavedPositionReadsBackAndAFullDiskKeepsTheOldFile) {
-    TestEnv env;
-    env.rt->app.StudyLesson = 141;
-    env.rt->app.StudyTask = 1;
-    ASSERT_TRUE(SaveStudyPosition(*env.rt));
-    EXPECT_EQ(env.files.ReadAll(env.Path("Study.zvk"))->size(), 4);
-
-    env.files.failWrites = true;
-    env.rt->app.StudyLesson = 5;
-    EXPECT_FALSE(SaveStudyPosition(*env.rt));
-    LoadStudyPosition(*env.rt);
-    EXPECT_EQ(env.rt->app.StudyLesson, 141) << "the old file stands whole";
-}
-
 } // namespace
 
 #include "start_chain_test.moc"

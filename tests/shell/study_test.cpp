@@ -8,14 +8,6 @@
 using namespace vt;
 using vt::test::TestEnv;
 
-namespace {
-
-QByteArray studyFile(TestEnv& env) {
-    return env.files.ReadAll(env.Path(QStringLiteral("Study.zvk"))).value_or(QByteArray());
-}
-
-} // namespace
-
 TEST(Study, AdvanceMovesOnlyFromThePositionAndStoresEachStep) {
     struct Row {
         const char* name;
@@ -41,9 +33,9 @@ TEST(Study, AdvanceMovesOnlyFromThePositionAndStoresEachStep) {
         EXPECT_EQ(AdvanceStudy(*env.rt), r.moved) << r.name;
         EXPECT_EQ(app.StudyLesson, r.wantLesson) << r.name;
         EXPECT_EQ(app.StudyTask, r.wantTask) << r.name;
-        EXPECT_EQ(studyFile(env), r.moved ? PackInt16LE({static_cast<int16_t>(r.wantLesson),
-                                                         static_cast<int16_t>(r.wantTask)})
-                                          : QByteArray())
+        EXPECT_EQ(env.Read("Study.zvk"), r.moved ? PackInt16LE({static_cast<int16_t>(r.wantLesson),
+                                                                static_cast<int16_t>(r.wantTask)})
+                                                 : QByteArray())
             << r.name;
         ASSERT_EQ(env.boxes.Count(), r.boxes) << r.name;
         if (r.boxes) {
@@ -61,13 +53,13 @@ TEST(Study, AdvanceOnAFullDiskWarnsAndKeepsThePlaceInMemory) {
     app.OpenLesson = app.StudyLesson = 4;
     app.OpenTask = app.StudyTask = 2;
     ASSERT_TRUE(AdvanceStudy(*env.rt));
-    const QByteArray before = studyFile(env);
+    const QByteArray before = env.Read("Study.zvk");
 
     env.files.failWrites = true;
     app.OpenTask = 3;
     EXPECT_TRUE(AdvanceStudy(*env.rt));
     EXPECT_EQ(app.StudyTask, 4);
-    EXPECT_EQ(studyFile(env), before); // the last good file stands whole
+    EXPECT_EQ(env.Read("Study.zvk"), before); // the last good file stands whole
     ASSERT_EQ(env.boxes.Count(), 1);
     EXPECT_EQ(env.boxes.Last().title, "Warning");
     EXPECT_EQ(env.boxes.Last().flags, Mb::Exclamation);

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <functional>
 
 namespace vt::test {
 
@@ -41,5 +42,14 @@ QString RecordWriterPath();
 // Runs the record writer to its end; its output has one "title: text" line per message box.
 // fsizeLimit >= 0 is its file size limit in bytes, as `ulimit -f` sets it.
 ChildResult RunRecordWriter(const QStringList& arguments, qint64 fsizeLimit = -1);
+
+// Kill rounds of the record writer's command ("kills" or "notekills") on target: rounds numbered
+// first, first + 1, ...; in each a child saves over and over and is killed after a random wait
+// (up to longWaitUs every fourth round, up to 3 ms otherwise). A file that is no longer as it
+// was before the round must pass checkNew(round, bytes); the leftovers of the killed save are
+// counted and removed, and nothing else may stand in the folder. Prints what was found.
+void RunKillRounds(const QString& command, const QString& target, const ScratchFolder& folder,
+                   const QString& file, int first, int rounds, quint32 seed, int longWaitUs,
+                   const std::function<void(int, const QByteArray&)>& checkNew);
 
 } // namespace vt::test

@@ -9,6 +9,12 @@
 
 namespace vt::test {
 
+// The rate of the virtual output the sound tests listen to, and its frames in ms milliseconds.
+constexpr int kOutputRate = 22050;
+constexpr long FramesOf(int ms) {
+    return long(kOutputRate) * ms / 1000;
+}
+
 // A 16-bit PCM WAV of a sine tone, optionally followed by a second tone.
 QByteArray ToneWav(int hz, int ms, int rate = 16000, int channels = 1, int hz2 = 0, int ms2 = 0);
 // The same as MP3; empty when the decoder library cannot write MP3 here.

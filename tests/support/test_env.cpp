@@ -1,6 +1,8 @@
 #include "support/test_env.h"
 
 #include "program/form_registry.h"
+#include "shell/start_or_not.h"
+#include "shell/study_file.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -32,6 +34,22 @@ void TestEnv::WriteFile(const QString& relative, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(p).absolutePath());
     QFile f(p);
     if (f.open(QIODevice::WriteOnly)) f.write(bytes);
+}
+
+QByteArray TestEnv::Read(const QString& relative) const {
+    return files.ReadAll(Path(relative)).value_or(QByteArray());
+}
+
+bool TestEnv::StartOnSampleCourse(int lesson, int task) {
+    if (!CopyCourseScripts(QStringLiteral(VANTORIA_APP_DIR))) return false;
+    if (lesson > 0) {
+        rt->app.StudyLesson = static_cast<int16_t>(lesson);
+        rt->app.StudyTask = static_cast<int16_t>(task);
+        SaveStudyPosition(*rt);
+    }
+    rt->forms.Load<StartOrNot>();
+    clock.Advance(100 + 200 + 200 + 200); // desktop, main screen, loading, menu
+    return true;
 }
 
 bool TestEnv::CopyCourseScripts(const QString& from) {

@@ -18,17 +18,6 @@ std::optional<TextMark> mark(const char* text, const Array1<LessonWord>& list, i
     return MarkLessonWord(QString::fromUtf8(text), list, k);
 }
 
-TEST(WordMarking, AWordThatOccursTwiceIsMarkedWhereItsRowBelongs) {
-    //                       0 1 2 3 4 5 6 7 8 9
-    const char* text = "我是老师。他是学生。";
-    const Array1<LessonWord> list = words({"是", "老师", "他", "是", "学生"});
-    EXPECT_EQ(mark(text, list, 1), (TextMark{1, 1}));
-    EXPECT_EQ(mark(text, list, 2), (TextMark{2, 2}));
-    // Row 4 is the second 是: the walk has passed the first one by then.
-    EXPECT_EQ(mark(text, list, 4), (TextMark{6, 1}));
-    EXPECT_EQ(mark(text, list, 5), (TextMark{7, 2}));
-}
-
 TEST(WordMarking, AWordAndItsFirstCharacterAtOnePlaceAreBothFound) {
     // The walk goes on from one place before the word found last.
     const Array1<LessonWord> list = words({"老师", "老", "师"});
