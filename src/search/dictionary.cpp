@@ -212,6 +212,13 @@ void Dictionary::Common01(QString& text, bool inLesson) {
     }
 }
 
+void Dictionary::showEvent(QShowEvent* e) {
+    AppForm::showEvent(e);
+    // The vocabulary task opens after the last search: the meanings go out of sight as it
+    // brings the dictionary up, and come back with the next task.
+    ListView1->setColumnHidden(English, rt.app.VocabularyTaskOpen);
+}
+
 void Dictionary::fillList(const std::vector<int>& hits) {
     std::vector<QStringList> rows;
     rows.reserve(hits.size());
@@ -230,6 +237,8 @@ void Dictionary::fillList(const std::vector<int>& hits) {
         }
     }
     ListView1->SetRows(std::move(rows));
+    // In the vocabulary task the meaning is the answer: its column stays out of sight there.
+    ListView1->setColumnHidden(English, rt.app.VocabularyTaskOpen);
     // The Chinese and the Pinyin show in full: their columns grow to the longest hit, measured
     // once rather than cell by cell.
     const QFontMetrics metrics(ListView1->font());

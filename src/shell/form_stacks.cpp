@@ -45,6 +45,15 @@ StackLayout ComputeStack(const StackHeights& h) {
     s.dictionaryTop = s.mainTop - h.dictionaryHeight - h.pixel;
     s.notepadTop = s.dictionaryTop - h.notepadHeight - h.pixel;
     s.belowTop = s.mainTop + h.mainHeight + h.pixel;
+    // On a low screen the raised stack would put the caption of its top form above the screen's
+    // edge, out of reach; the stack then starts at the edge, and the foot of the lowest form is
+    // what runs off.
+    const int top = h.notepadHeight > 0      ? s.notepadTop
+                    : h.dictionaryHeight > 0 ? s.dictionaryTop
+                                             : s.mainTop;
+    if (top < 0)
+        for (int* t : {&s.mainTop, &s.dictionaryTop, &s.notepadTop, &s.belowTop})
+            *t -= top;
     return s;
 }
 

@@ -27,6 +27,12 @@ TEST(FormStacks, TheStackIsCentredRaisedAndOnePixelApart) {
         {"a half below an even number", 0, 1001, {4680, 3500, 1485, 1470, 8515}},
         // 7999 high: 3521 / 2 = 1760.5 goes to the even 1760 as well.
         {"a half above an even number", 0, 999, {4680, 3500, 1485, 1470, 8515}},
+        // 12500 high: the main form at -490 + 3500 - 260 = 2750 puts Notepad at -780; all
+        // move down by 780.
+        {"too high for the screen: it starts at the top edge",
+         1500,
+         4000,
+         {4680, 3530, 1515, 0, 8545}},
     };
     for (const Row& r : rows) {
         h.notepadHeight = r.notepad;
