@@ -29,23 +29,6 @@ bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
 }
 
-// A string of a view in one allocation.
-QString textOf(QStringView v) {
-    return v.isEmpty() ? QString() : v.toString();
-}
-
-// The meaning trimmed, with one blank at each end so that a search for " book " also finds the
-// first and the last word. Built in one allocation: this runs for every word of the course.
-QString paddedMeaning(QStringView line) {
-    const QStringView core = TrimView(line);
-    QString out(core.size() + 2, Qt::Uninitialized);
-    QChar* d = out.data();
-    d[0] = u' ';
-    std::copy(core.begin(), core.end(), d + 1);
-    d[core.size() + 1] = u' ';
-    return out;
-}
-
 // Which files of the course are there, from one listing of each folder: a course may leave many
 // lessons without files, and looking for each missing file by itself lists its folder again
 // every time. Names are matched without regard to case, as the file store matches them.
@@ -110,16 +93,15 @@ ReadFiles readAll(Runtime& rt, PresentFiles& present, int count, PathOf pathOf,
 
 // Appends the triples of decoded word files (Pinyin, Chinese, meaning) to the word tables. A
 // rest of one or two lines is passed over; the tables stop at their largest count.
-void takeWords(AppState& app, const ReadFiles& files, int16_t kind) {
+void takeWords(AppState& app, ReadFiles& files, int16_t kind) {
     for (size_t f = 0; f < files.buffers.size(); ++f) {
-        const ScriptBuffer& lines = files.buffers[f];
+        ScriptBuffer& lines = files.buffers[f];
         const int room = kMaxRows - app.WordTable.Count();
         const int take = std::min(lines.LineCount() / 3, room);
         const auto number = static_cast<int16_t>(files.numbers[f]);
         for (int k = 1; k <= take; ++k) {
-            app.WordPinyin.Append(textOf(TrimView(lines.Line(3 * k - 2))));
-            app.WordTable.Append(
-                WordRow{textOf(TrimView(lines.Line(3 * k - 1))), paddedMeaning(lines.Line(3 * k))});
+            app.WordPinyin.Append(lines.TrimmedLine(3 * k - 2));
+            app.WordTable.Append(WordRow{lines.TrimmedLine(3 * k - 1), lines.PaddedLine(3 * k)});
             app.WordOrigin.Append(WordSource{kind, number});
         }
     }
@@ -312,7 +294,7 @@ void LoadTitles(Runtime& rt, LoadProgress& progress) {
     // The list has room for the course's lessons; lines beyond them are not titles.
     const int titles = std::min(lines.LineCount(), kLessonCount);
     for (int i = 1; i <= titles; ++i)
-        app.TitleList[i] = textOf(lines.Line(i));
+        app.TitleList[i] = lines.LineText(i);
 }
 
 void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
@@ -323,10 +305,10 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.WordPinyin.Erase();
     app.WordOrigin.Erase();
     PresentFiles present(root);
-    const ReadFiles lessonWords = readAll(
+    ReadFiles lessonWords = readAll(
         rt, present, kLessonCount, [&](int n) { return LessonWordsFile(root, n); },
         QStringLiteral("RW"), progress, VocabularyBar);
-    const ReadFiles vocabulary = readAll(
+    ReadFiles vocabulary = readAll(
         rt, present, kVocabularyFileCount, [&](int n) { return VocabularyFile(root, n); },
         QStringLiteral("VO"), progress, VocabularyBar);
     const int words = std::min(triplesIn(lessonWords) + triplesIn(vocabulary), int{kMaxRows});
@@ -347,7 +329,7 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
 
     app.SentenceTable.Erase();
     app.SentenceLesson.Erase();
-    const ReadFiles texts = readAll(
+    ReadFiles texts = readAll(
         rt, present, kLessonCount, [&](int n) { return LessonTextFile(root, n); },
         QStringLiteral("RT"), progress, SentenceBar);
     int sentences = 0;
@@ -356,13 +338,13 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.SentenceTable.Reserve(std::min(sentences, int{kMaxRows}));
     app.SentenceLesson.Reserve(std::min(sentences, int{kMaxRows}));
     for (size_t f = 0; f < texts.buffers.size(); ++f) {
-        const ScriptBuffer& lines = texts.buffers[f];
+        ScriptBuffer& lines = texts.buffers[f];
         const int n = texts.numbers[f];
         // The first line (and for a TV play also the second) heads the text.
         const int first = (IsPlayLesson(n) ? 2 : 1) + 1;
         for (int i = first; i <= lines.LineCount(); ++i) {
             if (app.SentenceTable.Count() >= kMaxRows) break;
-            app.SentenceTable.Append(textOf(TrimView(lines.Line(i))));
+            app.SentenceTable.Append(lines.TrimmedLine(i));
             app.SentenceLesson.Append(static_cast<int16_t>(n));
         }
     }

@@ -53,10 +53,10 @@ int slotOfFamily(const QString& family) {
 
 } // namespace
 
-SubstitutionTable::SubstitutionTable() : decode_(kKeyCount, 0), encode_(kKeyCount, kNoKey) {}
+SubstitutionTable::SubstitutionTable() : decode_(kKeyCount, 0) {}
 
-void SubstitutionTable::buildEncoding() {
-    std::fill(encode_.begin(), encode_.end(), kNoKey);
+void SubstitutionTable::buildEncoding() const {
+    encode_.assign(kKeyCount, kNoKey);
     // Lowest key first: walk the keys from -32768 upward and keep the first key of each code.
     for (int key = -32768; key <= 32767; ++key) {
         const auto k = static_cast<int16_t>(key);
@@ -79,7 +79,6 @@ SubstitutionTable SubstitutionTable::Seeded(uint64_t seed) {
     for (int code = 1; code < kKeyCount; ++code)
         t.decode_[keys[static_cast<size_t>(code - 1)]] =
             static_cast<int16_t>(static_cast<uint16_t>(code));
-    t.buildEncoding();
     return t;
 }
 
@@ -99,7 +98,6 @@ std::optional<SubstitutionTable> SubstitutionTable::FromBytes(QByteArrayView byt
         const auto code = static_cast<uint16_t>(p[2 * i] | (p[2 * i + 1] << 8));
         t.decode_[index(key)] = static_cast<int16_t>(code);
     }
-    t.buildEncoding();
     return t;
 }
 

@@ -38,8 +38,10 @@ public:
     // The code of a key; 0 for a key that is not in the table.
     int16_t Decode(int16_t key) const { return decode_[index(key)]; }
 
-    // A key that decodes to code: the lowest such key. Nothing when no key gives the code.
+    // A key that decodes to code: the lowest such key. Nothing when no key gives the code. The
+    // reverse table is made at the first call: reading files never needs it, only writing them.
     std::optional<int16_t> Encode(int16_t code) const {
+        if (encode_.empty()) buildEncoding();
         const int32_t key = encode_[index(code)];
         if (key == kNoKey) return std::nullopt;
         return static_cast<int16_t>(key);
@@ -61,10 +63,11 @@ private:
     static constexpr int32_t kNoKey = INT32_MIN;
     SubstitutionTable();
     static size_t index(int16_t v) { return static_cast<uint16_t>(v); }
-    void buildEncoding();
+    void buildEncoding() const;
 
-    std::vector<int16_t> decode_; // by key as unsigned 16-bit
-    std::vector<int32_t> encode_; // by code as unsigned 16-bit; kNoKey when no key gives it
+    std::vector<int16_t> decode_;         // by key as unsigned 16-bit
+    mutable std::vector<int32_t> encode_; // by code as unsigned 16-bit; kNoKey when no key
+                                          // gives it; empty until the first Encode
 };
 
 // The table of a family; nothing for a family other than "RT", "RQ", "RW", "SP" and "VO"
