@@ -4,6 +4,7 @@
 #include "core/pinyin.h"
 #include "core/runtime.h"
 #include "core/script_file.h"
+#include "core/shared_text.h"
 #include "core/substitution_tables.h"
 #include "platform/files.h"
 
@@ -161,11 +162,38 @@ void fillTone(CharReading& r, QStringView digit) {
     }
 }
 
+// A reading of at most seven ASCII letters packs into one number: a bit that says so, the tone
+// (10 for none), the count of letters and the letters at seven bits each. Two such readings are
+// the same reading exactly when their numbers are equal. 0 for a syllable that does not pack.
+uint64_t packedReading(const WordSyllable& s) {
+    const qsizetype n = s.Letters.size();
+    if (n > 7) return 0;
+    const uint64_t tone = s.ToneDigit.isEmpty() ? 10 : s.ToneDigit[0].unicode() - u'0';
+    uint64_t key = (uint64_t{1} << 63) | (tone << 56) | (uint64_t(n) << 49);
+    const QChar* letters = s.Letters.data();
+    for (qsizetype i = 0; i < n; ++i) {
+        const char16_t c = letters[i].unicode();
+        if (c >= 128) return 0;
+        key |= uint64_t(c) << (7 * i);
+    }
+    return key;
+}
+
 // Makes the readings of the character table. Many characters share a syllable ("sh.i" is read
 // by dozens), so its letter fields are made once and shared by every reading of it.
 class ReadingMaker {
 public:
-    CharReading Make(const WordSyllable& s) {
+    // The reading of s; key is packedReading(s). A reading that packs is made once for all the
+    // characters read so.
+    CharReading Make(const WordSyllable& s, uint64_t key) {
+        if (key == 0) return make(s);
+        auto it = byKey_.find(key);
+        if (it == byKey_.end()) it = byKey_.emplace(key, make(s)).first;
+        return it->second;
+    }
+
+private:
+    CharReading make(const WordSyllable& s) {
         const std::u16string_view letters(reinterpret_cast<const char16_t*>(s.Letters.data()),
                                           size_t(s.Letters.size()));
         auto it = known_.find(letters);
@@ -181,7 +209,6 @@ public:
         return r;
     }
 
-private:
     struct Hash {
         using is_transparent = void;
         size_t operator()(std::u16string_view v) const {
@@ -189,6 +216,7 @@ private:
         }
     };
     std::unordered_map<std::u16string, CharReading, Hash, std::equal_to<>> known_;
+    std::unordered_map<uint64_t, CharReading> byKey_;
 };
 
 bool sameReading(const CharReading& r, const WordSyllable& s) {
@@ -199,41 +227,130 @@ bool sameReading(const CharReading& r, const WordSyllable& s) {
     return sameText(r.Pinyin, s.Letters);
 }
 
-// Adds the readings of one word to CharTable; rowOf holds the row of each character met so far
-// (by its UTF-16 code unit, 0 when not met yet). The Chinese text is walked as it stands, its
-// stripped marks passed over, so no stripped copy is made.
-void addWord(AppState& app, QStringView chinese, QStringView pinyin,
-             std::vector<WordSyllable>& syllables, std::vector<int16_t>& rowOf,
-             ReadingMaker& readings) {
-    CutWordSyllables(pinyin, syllables);
-    const auto kept = [](QChar c) { return !IsStrippedPunctuation(c.unicode()); };
-    if (std::count_if(chinese.begin(), chinese.end(), kept) !=
-        static_cast<qsizetype>(syllables.size()))
-        return;
-    size_t i = 0;
-    for (const QChar c : chinese) {
-        if (!kept(c)) continue;
-        const WordSyllable& s = syllables[i++];
-        const int row = rowOf[c.unicode()];
-        if (row > 0) {
-            CharEntry& entry = app.CharTable[row];
-            const bool known = std::any_of(entry.Readings.begin(), entry.Readings.end(),
-                                           [&](const CharReading& r) { return sameReading(r, s); });
-            if (known || entry.ReadingCount >= kMaxRows) continue;
-            entry.Readings.Append(readings.Make(s));
-            ++entry.ReadingCount;
-        } else {
-            if (app.CharTable.Count() >= kMaxRows) continue;
-            CharEntry entry;
-            entry.Character = QString(c);
-            entry.ReadingCount = 1;
-            entry.Readings.Append(readings.Make(s));
-            app.CharTable.Append(std::move(entry));
-            app.CharCount = static_cast<int16_t>(app.CharTable.Count());
-            rowOf[c.unicode()] = app.CharCount;
+// The packed readings beyond the first that each row of the character table has: one probe
+// tells whether a character has a reading, however many readings it has (the most frequent
+// characters have the most). Open addressing, kept at most half full.
+class KnownReadings {
+public:
+    KnownReadings() : slots_(kFirstSize), mask_(kFirstSize - 1) {}
+
+    // Adds the reading key of row; false when the row had it already.
+    bool Add(int row, uint64_t key) {
+        for (size_t i = slotOf(row, key);; i = (i + 1) & mask_) {
+            Slot& slot = slots_[i];
+            if (slot.row == row && slot.key == key) return false;
+            if (slot.row != 0) continue;
+            slot = {key, row};
+            if (2 * ++count_ > slots_.size()) grow();
+            return true;
         }
     }
-}
+
+private:
+    static constexpr size_t kFirstSize = 4096;
+    struct Slot {
+        uint64_t key = 0;
+        int32_t row = 0; // 0: empty
+    };
+
+    size_t slotOf(int row, uint64_t key) const {
+        const uint64_t h = (key ^ (uint64_t(row) * 0x9E3779B97F4A7C15ULL)) * 0xFF51AFD7ED558CCDULL;
+        return size_t(h >> 32) & mask_;
+    }
+
+    void grow() {
+        std::vector<Slot> old(slots_.size() * 2);
+        old.swap(slots_);
+        mask_ = slots_.size() - 1;
+        for (const Slot& s : old) {
+            if (s.row == 0) continue;
+            size_t i = slotOf(s.row, s.key);
+            while (slots_[i].row != 0)
+                i = (i + 1) & mask_;
+            slots_[i] = s;
+        }
+    }
+
+    std::vector<Slot> slots_;
+    size_t mask_;
+    size_t count_ = 0;
+};
+
+// Builds CharTable word by word. Where each character stands is one index by its code unit;
+// whether it has a reading is one comparison with its first reading, which is the usual one, and
+// else one probe of KnownReadings, so no row is ever searched for. The Chinese text is walked as
+// it stands, its stripped marks passed over, so no stripped copy is made.
+class CharTableBuilder {
+public:
+    explicit CharTableBuilder(AppState& app) : app_(app), rowOf_(0x10000, 0), firstKey_(1, 0) {
+        // Room for the most rows the table may have: only the rows used are ever touched, and the
+        // table never moves while it grows.
+        app_.CharTable.Reserve(kMaxRows);
+        firstKey_.reserve(kMaxRows + 1);
+    }
+
+    void AddWord(QStringView chinese, QStringView pinyin) {
+        CutWordSyllables(pinyin, syllables_);
+        const auto kept = [](QChar c) { return !IsStrippedPunctuation(c.unicode()); };
+        if (std::count_if(chinese.begin(), chinese.end(), kept) !=
+            static_cast<qsizetype>(syllables_.size()))
+            return;
+        size_t i = 0;
+        for (const QChar c : chinese)
+            if (kept(c)) place(c.unicode(), syllables_[i++]);
+    }
+
+private:
+    void place(char16_t c, const WordSyllable& s) {
+        const uint64_t key = packedReading(s);
+        const int row = rowOf_[c];
+        if (row == 0) {
+            if (app_.CharTable.Count() >= kMaxRows) return;
+            CharEntry entry;
+            entry.Character = character(c);
+            entry.ReadingCount = 1;
+            entry.Readings.Append(readings_.Make(s, key));
+            app_.CharTable.Append(std::move(entry));
+            app_.CharCount = static_cast<int16_t>(app_.CharTable.Count());
+            rowOf_[c] = app_.CharCount;
+            firstKey_.push_back(key);
+            return;
+        }
+        if (key && key == firstKey_[size_t(row)]) return;
+        CharEntry& entry = app_.CharTable[row];
+        // A reading that does not pack is told by its letters; it can only equal another such.
+        const bool known =
+            key ? !known_.Add(row, key)
+                : std::any_of(entry.Readings.begin(), entry.Readings.end(),
+                              [&](const CharReading& r) { return sameReading(r, s); });
+        if (known || entry.ReadingCount >= kMaxRows) return;
+        entry.Readings.Append(readings_.Make(s, key));
+        ++entry.ReadingCount;
+    }
+
+    // The character as a string of its own, cut from a shared block rather than allocated.
+    QString character(char16_t c) {
+        if (charactersUsed_ + 2 > characters_.Capacity()) {
+            characters_ = SharedText(2 * kCharactersPerBlock);
+            charactersUsed_ = 0;
+        }
+        characters_.Data()[charactersUsed_] = c;
+        const QString out = characters_.Cut(charactersUsed_, 1);
+        charactersUsed_ += 2;
+        return out;
+    }
+
+    static constexpr qsizetype kCharactersPerBlock = 2048;
+
+    AppState& app_;
+    std::vector<int16_t> rowOf_;     // by code unit: the row of the character, 0 when not met yet
+    std::vector<uint64_t> firstKey_; // by row: the packed first reading, 0 when it does not pack
+    std::vector<WordSyllable> syllables_; // of the word at hand, kept from word to word
+    KnownReadings known_;
+    ReadingMaker readings_;
+    SharedText characters_;
+    qsizetype charactersUsed_ = 0;
+};
 
 } // namespace
 
@@ -356,11 +473,9 @@ void BuildCharTable(Runtime& rt, LoadProgress& progress) {
     AppState& app = rt.app;
     app.CharTable.Erase();
     app.CharCount = 0;
-    std::vector<int16_t> rowOf(0x10000, 0);
-    std::vector<WordSyllable> syllables; // reused from word to word
-    ReadingMaker readings;
+    CharTableBuilder table(app);
     for (int w = 1; w <= app.WordCount; ++w) {
-        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, rowOf, readings);
+        table.AddWord(app.WordTable[w].Chinese, app.WordPinyin[w]);
         progress.Step(CharacterBar);
     }
 }
