@@ -65,54 +65,32 @@ private:
     QHash<QString, QSet<QString>> listings_;
 };
 
-// The files of one family read and decoded ahead, so that the tables can be reserved at their
-// final size before the first row goes in. An unreadable file stands there with no lines.
-struct ReadFiles {
-    std::vector<ScriptBuffer> buffers;
-    std::vector<int> numbers;
-};
-
-// Reads path(n) for n in 1..count; each file found moves bar by one.
-template <class PathOf>
-ReadFiles readAll(Runtime& rt, PresentFiles& present, int count, PathOf pathOf,
-                  const QString& family, LoadProgress& progress, int bar) {
+// Reads path(n) for n in 1..count into one buffer, file after file, and hands each file found
+// to take(n, lines) before the next is read; each file found moves bar by one. An unreadable
+// file is handed over with no lines.
+template <class PathOf, class Take>
+void readEach(Runtime& rt, PresentFiles& present, int count, PathOf pathOf, const QString& family,
+              LoadProgress& progress, int bar, Take take) {
     const SubstitutionTable* table = TableForFamily(family);
-    ReadFiles out;
-    out.buffers.reserve(size_t(count));
     ScriptBuffer buffer;
     for (int n = 1; n <= count; ++n) {
         const QString path = pathOf(n);
         if (!present.Has(path)) continue;
-        const ScriptRead read = ReadScriptInto(rt, path, table, 0, buffer);
-        if (read == ScriptRead::Missing) continue;
-        out.buffers.push_back(std::move(buffer));
-        out.numbers.push_back(n);
+        if (ReadScriptInto(rt, path, table, 0, buffer) == ScriptRead::Missing) continue;
+        take(n, buffer);
         progress.Step(bar);
     }
-    return out;
 }
 
-// Appends the triples of decoded word files (Pinyin, Chinese, meaning) to the word tables. A
+// Appends the triples of a decoded word file (Pinyin, Chinese, meaning) to the word tables. A
 // rest of one or two lines is passed over; the tables stop at their largest count.
-void takeWords(AppState& app, ReadFiles& files, int16_t kind) {
-    for (size_t f = 0; f < files.buffers.size(); ++f) {
-        ScriptBuffer& lines = files.buffers[f];
-        const int room = kMaxRows - app.WordTable.Count();
-        const int take = std::min(lines.LineCount() / 3, room);
-        const auto number = static_cast<int16_t>(files.numbers[f]);
-        for (int k = 1; k <= take; ++k) {
-            app.WordPinyin.Append(lines.TrimmedLine(3 * k - 2));
-            app.WordTable.Append(WordRow{lines.TrimmedLine(3 * k - 1), lines.PaddedLine(3 * k)});
-            app.WordOrigin.Append(WordSource{kind, number});
-        }
+void takeWords(AppState& app, ScriptBuffer& lines, int16_t kind, int number) {
+    const int take = std::min(lines.LineCount() / 3, kMaxRows - app.WordTable.Count());
+    for (int k = 1; k <= take; ++k) {
+        app.WordPinyin.Append(lines.TrimmedLine(3 * k - 2));
+        app.WordTable.Append(WordRow{lines.TrimmedLine(3 * k - 1), lines.PaddedLine(3 * k)});
+        app.WordOrigin.Append(WordSource{kind, static_cast<int16_t>(number)});
     }
-}
-
-int triplesIn(const ReadFiles& files) {
-    int n = 0;
-    for (const ScriptBuffer& b : files.buffers)
-        n += b.LineCount() / 3;
-    return n;
 }
 
 // One digit as text, shared rather than allocated for each of the course's readings.
@@ -421,20 +399,26 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.WordTable.Erase();
     app.WordPinyin.Erase();
     app.WordOrigin.Erase();
+    app.SentenceTable.Erase();
+    app.SentenceLesson.Erase();
+    // Room for the most rows a table may have, so that no table moves while it fills: only the
+    // rows used are ever touched.
+    app.WordTable.Reserve(kMaxRows);
+    app.WordPinyin.Reserve(kMaxRows);
+    app.WordOrigin.Reserve(kMaxRows);
+    app.SentenceTable.Reserve(kMaxRows);
+    app.SentenceLesson.Reserve(kMaxRows);
+
     PresentFiles present(root);
-    ReadFiles lessonWords = readAll(
+    readEach(
         rt, present, kLessonCount, [&](int n) { return LessonWordsFile(root, n); },
-        QStringLiteral("RW"), progress, VocabularyBar);
-    ReadFiles vocabulary = readAll(
-        rt, present, kVocabularyFileCount, [&](int n) { return VocabularyFile(root, n); },
-        QStringLiteral("VO"), progress, VocabularyBar);
-    const int words = std::min(triplesIn(lessonWords) + triplesIn(vocabulary), int{kMaxRows});
-    app.WordTable.Reserve(words);
-    app.WordPinyin.Reserve(words);
-    app.WordOrigin.Reserve(words);
-    takeWords(app, lessonWords, 1);
+        QStringLiteral("RW"), progress, VocabularyBar,
+        [&](int n, ScriptBuffer& lines) { takeWords(app, lines, 1, n); });
     app.LessonWordCount = static_cast<int16_t>(app.WordTable.Count());
-    takeWords(app, vocabulary, 2);
+    readEach(
+        rt, present, kVocabularyFileCount, [&](int n) { return VocabularyFile(root, n); },
+        QStringLiteral("VO"), progress, VocabularyBar,
+        [&](int n, ScriptBuffer& lines) { takeWords(app, lines, 2, n); });
 
     // A course without its vocabulary files still shows a full bar.
     if (progress.Value[VocabularyBar] == kVocabularyBarShortfall)
@@ -444,27 +428,18 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.WordCountCopy = app.WordCount;
     if (app.WordCount > 0) progress.SetMax(CharacterBar, app.WordCount);
 
-    app.SentenceTable.Erase();
-    app.SentenceLesson.Erase();
-    ReadFiles texts = readAll(
+    readEach(
         rt, present, kLessonCount, [&](int n) { return LessonTextFile(root, n); },
-        QStringLiteral("RT"), progress, SentenceBar);
-    int sentences = 0;
-    for (const ScriptBuffer& b : texts.buffers)
-        sentences += b.LineCount();
-    app.SentenceTable.Reserve(std::min(sentences, int{kMaxRows}));
-    app.SentenceLesson.Reserve(std::min(sentences, int{kMaxRows}));
-    for (size_t f = 0; f < texts.buffers.size(); ++f) {
-        ScriptBuffer& lines = texts.buffers[f];
-        const int n = texts.numbers[f];
-        // The first line (and for a TV play also the second) heads the text.
-        const int first = (IsPlayLesson(n) ? 2 : 1) + 1;
-        for (int i = first; i <= lines.LineCount(); ++i) {
-            if (app.SentenceTable.Count() >= kMaxRows) break;
-            app.SentenceTable.Append(lines.TrimmedLine(i));
-            app.SentenceLesson.Append(static_cast<int16_t>(n));
-        }
-    }
+        QStringLiteral("RT"), progress, SentenceBar,
+        [&](int n, ScriptBuffer& lines) {
+            // The first line (and for a TV play also the second) heads the text.
+            const int first = (IsPlayLesson(n) ? 2 : 1) + 1;
+            for (int i = first; i <= lines.LineCount(); ++i) {
+                if (app.SentenceTable.Count() >= kMaxRows) break;
+                app.SentenceTable.Append(lines.TrimmedLine(i));
+                app.SentenceLesson.Append(static_cast<int16_t>(n));
+            }
+        });
     app.SentenceCount = static_cast<int16_t>(app.SentenceTable.Count());
     app.SentenceCountCopy = app.SentenceCount;
 }

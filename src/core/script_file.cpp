@@ -195,14 +195,13 @@ Array1<QString> ReadScriptLines(Runtime& rt, const QString& path, const QString&
 ScriptRead ReadScriptInto(Runtime& rt, const QString& path, const SubstitutionTable* table,
                           int16_t stopLine, ScriptBuffer& out) {
     out.Clear();
-    const std::optional<QByteArray> bytes = rt.files.ReadAll(path);
-    if (!bytes) {
+    if (!rt.files.ReadAllInto(path, out.bytes)) {
         // Only now is it worth asking whether the file is there at all.
         if (!rt.files.Exists(path)) return ScriptRead::Missing;
         showCorrupted(rt, path);
         return ScriptRead::Unreadable;
     }
-    DecodeScriptInto(*bytes, table, stopLine, rt.random, out);
+    DecodeScriptInto(out.bytes, table, stopLine, rt.random, out);
     if (out.corrupted) {
         showCorrupted(rt, path);
         return ScriptRead::Unreadable;

@@ -50,6 +50,7 @@ struct ScriptBuffer {
     qsizetype badRecord = 0; // as in ScriptText
     SharedText text;
     std::vector<qsizetype> lineEnds; // end of line i (from 1) in text
+    QByteArray bytes;                // the file as ReadScriptInto read it last
 
     int LineCount() const { return static_cast<int>(lineEnds.size()); }
     // Line i, from 1 to LineCount(): it starts three units after the end of line i - 1.
@@ -106,8 +107,9 @@ enum class ScriptRead {
     Read,       // its lines stand in the buffer
 };
 
-// Reads the script file at path into out with one open of the file: a missing file is passed
-// over without a word, an unreadable or corrupted one is reported as ReadScriptLines does.
+// Reads the script file at path into out with one open of the file, reusing the memory of its
+// bytes: a missing file is passed over without a word, an unreadable or corrupted one is reported
+// as ReadScriptLines does.
 ScriptRead ReadScriptInto(Runtime& rt, const QString& path, const SubstitutionTable* table,
                           int16_t stopLine, ScriptBuffer& out);
 
