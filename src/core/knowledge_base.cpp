@@ -127,17 +127,15 @@ bool sameText(const QString& a, QStringView b) {
 
 // The three tone fields of a reading from the digit of its syllable (none when empty).
 void fillTone(CharReading& r, QStringView digit) {
-    r.Tone = digit.isEmpty() ? QString() : digitText(digit[0]);
-    if (r.Tone.isEmpty()) {
-        r.ToneKey = QStringLiteral("0");
+    if (digit.isEmpty()) {
+        r.Tone = QString();
+        r.ToneKey = digitText(u'0');
         r.ToneSound = QString();
-    } else if (r.Tone == u"0") {
-        r.ToneKey = r.Tone;
-        r.ToneSound = digitText(u'1');
-    } else {
-        r.ToneKey = r.Tone;
-        r.ToneSound = r.Tone;
+        return;
     }
+    r.Tone = digitText(digit[0]);
+    r.ToneKey = r.Tone;
+    r.ToneSound = digit[0] == u'0' ? digitText(u'1') : r.Tone;
 }
 
 // A reading of at most seven ASCII letters packs into one number: a bit that says so, the tone
@@ -157,44 +155,55 @@ uint64_t packedReading(const WordSyllable& s) {
     return key;
 }
 
-// Makes the readings of the character table. Many characters share a syllable ("sh.i" is read
-// by dozens), so its letter fields are made once and shared by every reading of it.
+// Makes the readings of the character table. Many characters share a reading ("sh.i4" is read
+// by dozens): the letter fields of a reading that packs are written once, and every character
+// read so gets strings cut from them, which costs neither an allocation nor a shared count.
 class ReadingMaker {
 public:
-    // The reading of s; key is packedReading(s). A reading that packs is made once for all the
-    // characters read so.
+    // The reading of s; key is packedReading(s).
     CharReading Make(const WordSyllable& s, uint64_t key) {
-        if (key == 0) return make(s);
-        auto it = byKey_.find(key);
-        if (it == byKey_.end()) it = byKey_.emplace(key, make(s)).first;
-        return it->second;
-    }
-
-private:
-    CharReading make(const WordSyllable& s) {
-        const std::u16string_view letters(reinterpret_cast<const char16_t*>(s.Letters.data()),
-                                          size_t(s.Letters.size()));
-        auto it = known_.find(letters);
-        if (it == known_.end()) {
-            const CharReading fresh = MakeReading({s.Letters, QStringView()});
-            it = known_.emplace(std::u16string(letters), fresh).first;
-        }
+        if (key == 0) return MakeReading(s);
+        auto it = known_.find(key);
+        if (it == known_.end()) it = known_.emplace(key, write(s.Letters)).first;
+        const Letters& l = it->second;
+        SharedText& text = blocks_[l.block];
         CharReading r;
-        r.Pinyin = it->second.Pinyin;
-        r.Plain = it->second.Plain;
-        r.Initial = it->second.Initial;
+        r.Pinyin = text.Cut(l.pinyin, l.pinyinSize);
+        r.Plain = text.Cut(l.plain, l.plainSize);
+        r.Initial = text.Cut(l.plain + l.plainSize + 1, l.plainSize > 0 ? 1 : 0);
         fillTone(r, s.ToneDigit);
         return r;
     }
 
-    struct Hash {
-        using is_transparent = void;
-        size_t operator()(std::u16string_view v) const {
-            return std::hash<std::u16string_view>{}(v);
-        }
+private:
+    // Where the letters of a reading stand: its Pinyin, then its plain letters, then the first
+    // of those again, each followed by a free unit.
+    struct Letters {
+        size_t block;
+        qsizetype pinyin, pinyinSize, plain, plainSize;
     };
-    std::unordered_map<std::u16string, CharReading, Hash, std::equal_to<>> known_;
-    std::unordered_map<uint64_t, CharReading> byKey_;
+
+    Letters write(QStringView pinyin) {
+        const QString plain = StripPunctuation(pinyin.toString());
+        const qsizetype need = pinyin.size() + plain.size() + 4;
+        if (blocks_.empty() || used_ + need > blocks_.back().Capacity()) {
+            blocks_.emplace_back(std::max(kBlockSize, need));
+            used_ = 0;
+        }
+        char16_t* text = blocks_.back().Data();
+        const Letters l{blocks_.size() - 1, used_, pinyin.size(), used_ + pinyin.size() + 1,
+                        plain.size()};
+        std::copy_n(pinyin.utf16(), pinyin.size(), text + l.pinyin);
+        std::copy_n(plain.utf16(), plain.size(), text + l.plain);
+        if (!plain.isEmpty()) text[l.plain + l.plainSize + 1] = plain[0].unicode();
+        used_ += need;
+        return l;
+    }
+
+    static constexpr qsizetype kBlockSize = 8192;
+    std::unordered_map<uint64_t, Letters> known_;
+    std::vector<SharedText> blocks_;
+    qsizetype used_ = 0;
 };
 
 bool sameReading(const CharReading& r, const WordSyllable& s) {

@@ -146,8 +146,10 @@ void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int1
     const auto* first = reinterpret_cast<const uint8_t*>(bytes.data());
     const int lastLine = stopLine >= 1 ? int{stopLine} : kMostLines;
     if (table) {
-        decodeRecords(first, records, lastLine, random, out, [table](int16_t flag, int16_t sum) {
-            return flag >= 0 ? sum : table->Decode(sum);
+        const int16_t* const codes = table->Codes();
+        decodeRecords(first, records, lastLine, random, out, [codes](int16_t flag, int16_t sum) {
+            const int16_t fromTable = codes[static_cast<uint16_t>(sum)];
+            return flag >= 0 ? sum : fromTable;
         });
     } else {
         // A family without a table: each enciphered record repeats the code before it.

@@ -37,19 +37,9 @@ void SharedText::releaseSpare() {
     spareRefs_ = 0;
 }
 
-QString SharedText::Cut(qsizetype begin, qsizetype size) {
-    if (size <= 0) return QString();
-    QStringPrivate& d = block_.data_ptr();
-    if (spareRefs_ == 0) {
-        d.d_ptr()->ref_.fetchAndAddRelaxed(kRefBatch);
-        spareRefs_ = kRefBatch;
-    }
-    --spareRefs_;
-    cut_ = true;
-    char16_t* text = d.data() + begin;
-    text[size] = u'\0';
-    // Adopts one of the references counted above.
-    return QString(QStringPrivate(d.d_ptr(), text, size));
+void SharedText::addSpare() {
+    block_.data_ptr().d_ptr()->ref_.fetchAndAddRelaxed(kRefBatch);
+    spareRefs_ += kRefBatch;
 }
 
 } // namespace vt

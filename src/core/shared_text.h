@@ -9,9 +9,10 @@
 // where nobody reads any more). The block is freed when the last string cut from it goes, so a
 // cut never outlives its text.
 //
-// What it does not do: it does not let two cuts overlap. A cut sets the unit just past its end
-// to 0, so that its text is terminated like every QString's; that unit must belong to no other
-// cut. Not thread-safe while cutting; the strings it gave are as safe as any QString.
+// What it does not do: it does not let two different cuts overlap. A cut sets the unit just past
+// its end to 0, so that its text is terminated like every QString's; that unit must belong to no
+// other cut. The same span may be cut any number of times: the strings share their text. Not
+// thread-safe while cutting; the strings it gave are as safe as any QString.
 
 #include <QString>
 
@@ -38,9 +39,20 @@ public:
 
     // The string of the size units from begin, sharing the block; begin + size is at most
     // Capacity() and that unit becomes 0. An empty size gives a null string and no cut.
-    QString Cut(qsizetype begin, qsizetype size);
+    QString Cut(qsizetype begin, qsizetype size) {
+        if (size <= 0) return QString();
+        if (spareRefs_ == 0) addSpare();
+        --spareRefs_;
+        cut_ = true;
+        QStringPrivate& d = block_.data_ptr();
+        char16_t* text = d.data() + begin;
+        text[size] = u'\0';
+        // Adopts one of the references counted ahead.
+        return QString(QStringPrivate(d.d_ptr(), text, size));
+    }
 
 private:
+    void addSpare();
     void releaseSpare();
 
     QString block_; // holds the allocation, and one reference to it

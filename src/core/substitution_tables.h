@@ -38,6 +38,8 @@ public:
 
     // The code of a key; 0 for a key that is not in the table.
     int16_t Decode(int16_t key) const { return decode_[index(key)]; }
+    // All codes, kKeyCount of them by key as unsigned 16-bit, for a reader of many keys.
+    const int16_t* Codes() const { return decode_; }
 
     // A key that decodes to code: the lowest such key. Nothing when no key gives the code. The
     // reverse table is made at the first call: reading files never needs it, only writing them.
