@@ -141,18 +141,51 @@ void fillTone(CharReading& r, QStringView digit) {
 // A reading of at most seven ASCII letters packs into one number: a bit that says so, the tone
 // (10 for none), the count of letters and the letters at seven bits each. Two such readings are
 // the same reading exactly when their numbers are equal. 0 for a syllable that does not pack.
-uint64_t packedReading(const WordSyllable& s) {
-    const qsizetype n = s.Letters.size();
-    if (n > 7) return 0;
-    const uint64_t tone = s.ToneDigit.isEmpty() ? 10 : s.ToneDigit[0].unicode() - u'0';
-    uint64_t key = (uint64_t{1} << 63) | (tone << 56) | (uint64_t(n) << 49);
-    const QChar* letters = s.Letters.data();
-    for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = letters[i].unicode();
-        if (c >= 128) return 0;
-        key |= uint64_t(c) << (7 * i);
+uint64_t readingKey(uint64_t letters, qsizetype count, QStringView toneDigit) {
+    const uint64_t tone = toneDigit.isEmpty() ? 10 : toneDigit[0].unicode() - u'0';
+    return (uint64_t{1} << 63) | (tone << 56) | (uint64_t(count) << 49) | letters;
+}
+
+// A word's Pinyin cut into syllables as CutWordSyllables cuts it, each packed on the way.
+struct PackedSyllable {
+    WordSyllable syllable;
+    uint64_t key; // as readingKey gives it; 0 when the syllable does not pack
+};
+
+void cutAndPack(QStringView pinyin, std::vector<PackedSyllable>& out) {
+    out.clear();
+    const QChar* const text = pinyin.data();
+    const qsizetype size = pinyin.size();
+    for (qsizetype i = 0;;) {
+        // One syllable: blanks in front skipped, letters up to a digit, blanks behind dropped.
+        while (i < size && text[i] == u' ')
+            ++i;
+        const qsizetype begin = i;
+        qsizetype end = i, count = 0, countAtEnd = 0;
+        uint64_t letters = 0, lettersAtEnd = 0;
+        bool packs = true, packsAtEnd = true;
+        for (; i < size; ++i) {
+            const char16_t c = text[i].unicode();
+            if (static_cast<char16_t>(c - u'0') <= 9) break;
+            if (count < 7 && c < 128)
+                letters |= uint64_t(c) << (7 * count);
+            else
+                packs = false;
+            ++count;
+            if (c != u' ') {
+                end = i + 1;
+                countAtEnd = count;
+                lettersAtEnd = letters;
+                packsAtEnd = packs;
+            }
+        }
+        const QStringView digit = i < size ? QStringView(text + i, 1) : QStringView();
+        if (i == size && !out.empty()) return; // text after the last digit is dropped
+        const WordSyllable s{QStringView(text + begin, end - begin), digit};
+        out.push_back({s, packsAtEnd ? readingKey(lettersAtEnd, countAtEnd, digit) : 0});
+        if (i == size) return;
+        ++i;
     }
-    return key;
 }
 
 // Makes the readings of the character table. Many characters share a reading ("sh.i4" is read
@@ -160,7 +193,7 @@ uint64_t packedReading(const WordSyllable& s) {
 // read so gets strings cut from them, which costs neither an allocation nor a shared count.
 class ReadingMaker {
 public:
-    // The reading of s; key is packedReading(s).
+    // The reading of s; key is its packed form (cutAndPack), 0 when it does not pack.
     CharReading Make(const WordSyllable& s, uint64_t key) {
         if (key == 0) return MakeReading(s);
         auto it = known_.find(key);
@@ -277,19 +310,21 @@ public:
     }
 
     void AddWord(QStringView chinese, QStringView pinyin) {
-        CutWordSyllables(pinyin, syllables_);
+        cutAndPack(pinyin, syllables_);
         const auto kept = [](QChar c) { return !IsStrippedPunctuation(c.unicode()); };
         if (std::count_if(chinese.begin(), chinese.end(), kept) !=
             static_cast<qsizetype>(syllables_.size()))
             return;
         size_t i = 0;
         for (const QChar c : chinese)
-            if (kept(c)) place(c.unicode(), syllables_[i++]);
+            if (kept(c)) {
+                const PackedSyllable& p = syllables_[i++];
+                place(c.unicode(), p.syllable, p.key);
+            }
     }
 
 private:
-    void place(char16_t c, const WordSyllable& s) {
-        const uint64_t key = packedReading(s);
+    void place(char16_t c, const WordSyllable& s, uint64_t key) {
         const int row = rowOf_[c];
         if (row == 0) {
             if (app_.CharTable.Count() >= kMaxRows) return;
@@ -332,7 +367,7 @@ private:
     AppState& app_;
     std::vector<int16_t> rowOf_;     // by code unit: the row of the character, 0 when not met yet
     std::vector<uint64_t> firstKey_; // by row: the packed first reading, 0 when it does not pack
-    std::vector<WordSyllable> syllables_; // of the word at hand, kept from word to word
+    std::vector<PackedSyllable> syllables_; // of the word at hand, kept from word to word
     KnownReadings known_;
     ReadingMaker readings_;
     SharedText characters_;
