@@ -152,39 +152,39 @@ struct PackedSyllable {
     uint64_t key; // as readingKey gives it; 0 when the syllable does not pack
 };
 
+// The packed form of a syllable: at most seven ASCII letters, seven bits each; 0 for others.
+uint64_t packSyllable(const WordSyllable& s) {
+    const qsizetype n = s.Letters.size();
+    if (n > 7) return 0;
+    const char16_t* letters = s.Letters.utf16();
+    uint64_t packed = 0;
+    char16_t all = 0;
+    for (qsizetype k = 0; k < n; ++k) {
+        all |= letters[k];
+        packed |= uint64_t(letters[k]) << (7 * k);
+    }
+    return all < 128 ? readingKey(packed, n, s.ToneDigit) : 0;
+}
+
 void cutAndPack(QStringView pinyin, std::vector<PackedSyllable>& out) {
     out.clear();
     const QChar* const text = pinyin.data();
     const qsizetype size = pinyin.size();
     for (qsizetype i = 0;;) {
-        // One syllable: blanks in front skipped, letters up to a digit, blanks behind dropped.
-        while (i < size && text[i] == u' ')
+        qsizetype begin = i;
+        while (i<size&& static_cast<char16_t>(text[i].unicode() - u'0')> 9)
             ++i;
-        const qsizetype begin = i;
-        qsizetype end = i, count = 0, countAtEnd = 0;
-        uint64_t letters = 0, lettersAtEnd = 0;
-        bool packs = true, packsAtEnd = true;
-        for (; i < size; ++i) {
-            const char16_t c = text[i].unicode();
-            if (static_cast<char16_t>(c - u'0') <= 9) break;
-            if (count < 7 && c < 128)
-                letters |= uint64_t(c) << (7 * count);
-            else
-                packs = false;
-            ++count;
-            if (c != u' ') {
-                end = i + 1;
-                countAtEnd = count;
-                lettersAtEnd = letters;
-                packsAtEnd = packs;
-            }
-        }
-        const QStringView digit = i < size ? QStringView(text + i, 1) : QStringView();
         if (i == size && !out.empty()) return; // text after the last digit is dropped
-        const WordSyllable s{QStringView(text + begin, end - begin), digit};
-        out.push_back({s, packsAtEnd ? readingKey(lettersAtEnd, countAtEnd, digit) : 0});
-        if (i == size) return;
-        ++i;
+        // The letters without the blanks around them.
+        qsizetype end = i;
+        while (begin < end && text[begin] == u' ')
+            ++begin;
+        while (end > begin && text[end - 1] == u' ')
+            --end;
+        const WordSyllable s{QStringView(text + begin, end - begin),
+                             i < size ? QStringView(text + i, 1) : QStringView()};
+        out.push_back({s, packSyllable(s)});
+        if (i++ == size) return;
     }
 }
 
