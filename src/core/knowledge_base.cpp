@@ -15,6 +15,9 @@
 #include <QSet>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -302,7 +305,11 @@ private:
 // it stands, its stripped marks passed over, so no stripped copy is made.
 class CharTableBuilder {
 public:
-    explicit CharTableBuilder(AppState& app) : app_(app), rowOf_(0x10000, 0), firstKey_(1, 0) {
+    explicit CharTableBuilder(AppState& app)
+        : app_(app),
+          rowOf_(static_cast<int16_t*>(std::calloc(0x10000, sizeof(int16_t))), &std::free),
+          firstKey_(1, 0) {
+        if (!rowOf_) throw std::bad_alloc();
         // Room for the most rows the table may have: only the rows used are ever touched, and the
         // table never moves while it grows.
         app_.CharTable.Reserve(kMaxRows);
@@ -365,7 +372,9 @@ private:
     static constexpr qsizetype kCharactersPerBlock = 2048;
 
     AppState& app_;
-    std::vector<int16_t> rowOf_;     // by code unit: the row of the character, 0 when not met yet
+    // By code unit: the row of the character, 0 when not met yet. Zeroed by the allocator, so
+    // that only the pages of the code units met are touched.
+    std::unique_ptr<int16_t[], decltype(&std::free)> rowOf_;
     std::vector<uint64_t> firstKey_; // by row: the packed first reading, 0 when it does not pack
     std::vector<PackedSyllable> syllables_; // of the word at hand, kept from word to word
     KnownReadings known_;
