@@ -4,6 +4,7 @@
 #include "core/pinyin.h"
 #include "core/runtime.h"
 #include "core/script_file.h"
+#include "core/shared_text.h"
 #include "core/substitution_tables.h"
 #include "platform/files.h"
 
@@ -14,6 +15,9 @@
 #include <QSet>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -27,23 +31,6 @@ constexpr int kVocabularyBarShortfall = 144;
 
 bool isDigit(QChar c) {
     return c >= u'0' && c <= u'9';
-}
-
-// A string of a view in one allocation.
-QString textOf(QStringView v) {
-    return v.isEmpty() ? QString() : v.toString();
-}
-
-// The meaning trimmed, with one blank at each end so that a search for " book " also finds the
-// first and the last word. Built in one allocation: this runs for every word of the course.
-QString paddedMeaning(QStringView line) {
-    const QStringView core = TrimView(line);
-    QString out(core.size() + 2, Qt::Uninitialized);
-    QChar* d = out.data();
-    d[0] = u' ';
-    std::copy(core.begin(), core.end(), d + 1);
-    d[core.size() + 1] = u' ';
-    return out;
 }
 
 // Which files of the course are there, from one listing of each folder: a course may leave many
@@ -81,55 +68,32 @@ private:
     QHash<QString, QSet<QString>> listings_;
 };
 
-// The files of one family read and decoded ahead, so that the tables can be reserved at their
-// final size before the first row goes in. An unreadable file stands there with no lines.
-struct ReadFiles {
-    std::vector<ScriptBuffer> buffers;
-    std::vector<int> numbers;
-};
-
-// Reads path(n) for n in 1..count; each file found moves bar by one.
-template <class PathOf>
-ReadFiles readAll(Runtime& rt, PresentFiles& present, int count, PathOf pathOf,
-                  const QString& family, LoadProgress& progress, int bar) {
+// Reads path(n) for n in 1..count into one buffer, file after file, and hands each file found
+// to take(n, lines) before the next is read; each file found moves bar by one. An unreadable
+// file is handed over with no lines.
+template <class PathOf, class Take>
+void readEach(Runtime& rt, PresentFiles& present, int count, PathOf pathOf, const QString& family,
+              LoadProgress& progress, int bar, Take take) {
     const SubstitutionTable* table = TableForFamily(family);
-    ReadFiles out;
-    out.buffers.reserve(size_t(count));
     ScriptBuffer buffer;
     for (int n = 1; n <= count; ++n) {
         const QString path = pathOf(n);
         if (!present.Has(path)) continue;
-        const ScriptRead read = ReadScriptInto(rt, path, table, 0, buffer);
-        if (read == ScriptRead::Missing) continue;
-        out.buffers.push_back(std::move(buffer));
-        out.numbers.push_back(n);
+        if (ReadScriptInto(rt, path, table, 0, buffer) == ScriptRead::Missing) continue;
+        take(n, buffer);
         progress.Step(bar);
     }
-    return out;
 }
 
-// Appends the triples of decoded word files (Pinyin, Chinese, meaning) to the word tables. A
+// Appends the triples of a decoded word file (Pinyin, Chinese, meaning) to the word tables. A
 // rest of one or two lines is passed over; the tables stop at their largest count.
-void takeWords(AppState& app, const ReadFiles& files, int16_t kind) {
-    for (size_t f = 0; f < files.buffers.size(); ++f) {
-        const ScriptBuffer& lines = files.buffers[f];
-        const int room = kMaxRows - app.WordTable.Count();
-        const int take = std::min(lines.LineCount() / 3, room);
-        const auto number = static_cast<int16_t>(files.numbers[f]);
-        for (int k = 1; k <= take; ++k) {
-            app.WordPinyin.Append(textOf(TrimView(lines.Line(3 * k - 2))));
-            app.WordTable.Append(
-                WordRow{textOf(TrimView(lines.Line(3 * k - 1))), paddedMeaning(lines.Line(3 * k))});
-            app.WordOrigin.Append(WordSource{kind, number});
-        }
+void takeWords(AppState& app, ScriptBuffer& lines, int16_t kind, int number) {
+    const int take = std::min(lines.LineCount() / 3, kMaxRows - app.WordTable.Count());
+    for (int k = 1; k <= take; ++k) {
+        app.WordPinyin.Append(lines.TrimmedLine(3 * k - 2));
+        app.WordTable.Append(WordRow{lines.TrimmedLine(3 * k - 1), lines.PaddedLine(3 * k)});
+        app.WordOrigin.Append(WordSource{kind, static_cast<int16_t>(number)});
     }
-}
-
-int triplesIn(const ReadFiles& files) {
-    int n = 0;
-    for (const ScriptBuffer& b : files.buffers)
-        n += b.LineCount() / 3;
-    return n;
 }
 
 // One digit as text, shared rather than allocated for each of the course's readings.
@@ -166,47 +130,116 @@ bool sameText(const QString& a, QStringView b) {
 
 // The three tone fields of a reading from the digit of its syllable (none when empty).
 void fillTone(CharReading& r, QStringView digit) {
-    r.Tone = digit.isEmpty() ? QString() : digitText(digit[0]);
-    if (r.Tone.isEmpty()) {
-        r.ToneKey = QStringLiteral("0");
+    if (digit.isEmpty()) {
+        r.Tone = QString();
+        r.ToneKey = digitText(u'0');
         r.ToneSound = QString();
-    } else if (r.Tone == u"0") {
-        r.ToneKey = r.Tone;
-        r.ToneSound = digitText(u'1');
-    } else {
-        r.ToneKey = r.Tone;
-        r.ToneSound = r.Tone;
+        return;
+    }
+    r.Tone = digitText(digit[0]);
+    r.ToneKey = r.Tone;
+    r.ToneSound = digit[0] == u'0' ? digitText(u'1') : r.Tone;
+}
+
+// A reading of at most seven ASCII letters packs into one number: a bit that says so, the tone
+// (10 for none), the count of letters and the letters at seven bits each. Two such readings are
+// the same reading exactly when their numbers are equal. 0 for a syllable that does not pack.
+uint64_t readingKey(uint64_t letters, qsizetype count, QStringView toneDigit) {
+    const uint64_t tone = toneDigit.isEmpty() ? 10 : toneDigit[0].unicode() - u'0';
+    return (uint64_t{1} << 63) | (tone << 56) | (uint64_t(count) << 49) | letters;
+}
+
+// A word's Pinyin cut into syllables as CutWordSyllables cuts it, each packed on the way.
+struct PackedSyllable {
+    WordSyllable syllable;
+    uint64_t key; // as readingKey gives it; 0 when the syllable does not pack
+};
+
+// The packed form of a syllable: at most seven ASCII letters, seven bits each; 0 for others.
+uint64_t packSyllable(const WordSyllable& s) {
+    const qsizetype n = s.Letters.size();
+    if (n > 7) return 0;
+    const char16_t* letters = s.Letters.utf16();
+    uint64_t packed = 0;
+    char16_t all = 0;
+    for (qsizetype k = 0; k < n; ++k) {
+        all |= letters[k];
+        packed |= uint64_t(letters[k]) << (7 * k);
+    }
+    return all < 128 ? readingKey(packed, n, s.ToneDigit) : 0;
+}
+
+void cutAndPack(QStringView pinyin, std::vector<PackedSyllable>& out) {
+    out.clear();
+    const QChar* const text = pinyin.data();
+    const qsizetype size = pinyin.size();
+    for (qsizetype i = 0;;) {
+        qsizetype begin = i;
+        while (i<size&& static_cast<char16_t>(text[i].unicode() - u'0')> 9)
+            ++i;
+        if (i == size && !out.empty()) return; // text after the last digit is dropped
+        // The letters without the blanks around them.
+        qsizetype end = i;
+        while (begin < end && text[begin] == u' ')
+            ++begin;
+        while (end > begin && text[end - 1] == u' ')
+            --end;
+        const WordSyllable s{QStringView(text + begin, end - begin),
+                             i < size ? QStringView(text + i, 1) : QStringView()};
+        out.push_back({s, packSyllable(s)});
+        if (i++ == size) return;
     }
 }
 
-// Makes the readings of the character table. Many characters share a syllable ("sh.i" is read
-// by dozens), so its letter fields are made once and shared by every reading of it.
+// Makes the readings of the character table. Many characters share a reading ("sh.i4" is read
+// by dozens): the letter fields of a reading that packs are written once, and every character
+// read so gets strings cut from them, which costs neither an allocation nor a shared count.
 class ReadingMaker {
 public:
-    CharReading Make(const WordSyllable& s) {
-        const std::u16string_view letters(reinterpret_cast<const char16_t*>(s.Letters.data()),
-                                          size_t(s.Letters.size()));
-        auto it = known_.find(letters);
-        if (it == known_.end()) {
-            const CharReading fresh = MakeReading({s.Letters, QStringView()});
-            it = known_.emplace(std::u16string(letters), fresh).first;
-        }
+    // The reading of s; key is its packed form (cutAndPack), 0 when it does not pack.
+    CharReading Make(const WordSyllable& s, uint64_t key) {
+        if (key == 0) return MakeReading(s);
+        auto it = known_.find(key);
+        if (it == known_.end()) it = known_.emplace(key, write(s.Letters)).first;
+        const Letters& l = it->second;
+        SharedText& text = blocks_[l.block];
         CharReading r;
-        r.Pinyin = it->second.Pinyin;
-        r.Plain = it->second.Plain;
-        r.Initial = it->second.Initial;
+        r.Pinyin = text.Cut(l.pinyin, l.pinyinSize);
+        r.Plain = text.Cut(l.plain, l.plainSize);
+        r.Initial = text.Cut(l.plain + l.plainSize + 1, l.plainSize > 0 ? 1 : 0);
         fillTone(r, s.ToneDigit);
         return r;
     }
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        size_t operator()(std::u16string_view v) const {
-            return std::hash<std::u16string_view>{}(v);
-        }
+    // Where the letters of a reading stand: its Pinyin, then its plain letters, then the first
+    // of those again, each followed by a free unit.
+    struct Letters {
+        size_t block;
+        qsizetype pinyin, pinyinSize, plain, plainSize;
     };
-    std::unordered_map<std::u16string, CharReading, Hash, std::equal_to<>> known_;
+
+    Letters write(QStringView pinyin) {
+        const QString plain = StripPunctuation(pinyin.toString());
+        const qsizetype need = pinyin.size() + plain.size() + 4;
+        if (blocks_.empty() || used_ + need > blocks_.back().Capacity()) {
+            blocks_.emplace_back(std::max(kBlockSize, need));
+            used_ = 0;
+        }
+        char16_t* text = blocks_.back().Data();
+        const Letters l{blocks_.size() - 1, used_, pinyin.size(), used_ + pinyin.size() + 1,
+                        plain.size()};
+        std::copy_n(pinyin.utf16(), pinyin.size(), text + l.pinyin);
+        std::copy_n(plain.utf16(), plain.size(), text + l.plain);
+        if (!plain.isEmpty()) text[l.plain + l.plainSize + 1] = plain[0].unicode();
+        used_ += need;
+        return l;
+    }
+
+    static constexpr qsizetype kBlockSize = 8192;
+    std::unordered_map<uint64_t, Letters> known_;
+    std::vector<SharedText> blocks_;
+    qsizetype used_ = 0;
 };
 
 bool sameReading(const CharReading& r, const WordSyllable& s) {
@@ -217,41 +250,138 @@ bool sameReading(const CharReading& r, const WordSyllable& s) {
     return sameText(r.Pinyin, s.Letters);
 }
 
-// Adds the readings of one word to CharTable; rowOf holds the row of each character met so far
-// (by its UTF-16 code unit, 0 when not met yet). The Chinese text is walked as it stands, its
-// stripped marks passed over, so no stripped copy is made.
-void addWord(AppState& app, QStringView chinese, QStringView pinyin,
-             std::vector<WordSyllable>& syllables, std::vector<int16_t>& rowOf,
-             ReadingMaker& readings) {
-    CutWordSyllables(pinyin, syllables);
-    const auto kept = [](QChar c) { return !IsStrippedPunctuation(c.unicode()); };
-    if (std::count_if(chinese.begin(), chinese.end(), kept) !=
-        static_cast<qsizetype>(syllables.size()))
-        return;
-    size_t i = 0;
-    for (const QChar c : chinese) {
-        if (!kept(c)) continue;
-        const WordSyllable& s = syllables[i++];
-        const int row = rowOf[c.unicode()];
-        if (row > 0) {
-            CharEntry& entry = app.CharTable[row];
-            const bool known = std::any_of(entry.Readings.begin(), entry.Readings.end(),
-                                           [&](const CharReading& r) { return sameReading(r, s); });
-            if (known || entry.ReadingCount >= kMaxRows) continue;
-            entry.Readings.Append(readings.Make(s));
-            ++entry.ReadingCount;
-        } else {
-            if (app.CharTable.Count() >= kMaxRows) continue;
-            CharEntry entry;
-            entry.Character = QString(c);
-            entry.ReadingCount = 1;
-            entry.Readings.Append(readings.Make(s));
-            app.CharTable.Append(std::move(entry));
-            app.CharCount = static_cast<int16_t>(app.CharTable.Count());
-            rowOf[c.unicode()] = app.CharCount;
+// The packed readings beyond the first that each row of the character table has: one probe
+// tells whether a character has a reading, however many readings it has (the most frequent
+// characters have the most). Open addressing, kept at most half full.
+class KnownReadings {
+public:
+    KnownReadings() : slots_(kFirstSize), mask_(kFirstSize - 1) {}
+
+    // Adds the reading key of row; false when the row had it already.
+    bool Add(int row, uint64_t key) {
+        for (size_t i = slotOf(row, key);; i = (i + 1) & mask_) {
+            Slot& slot = slots_[i];
+            if (slot.row == row && slot.key == key) return false;
+            if (slot.row != 0) continue;
+            slot = {key, row};
+            if (2 * ++count_ > slots_.size()) grow();
+            return true;
         }
     }
-}
+
+private:
+    static constexpr size_t kFirstSize = 4096;
+    struct Slot {
+        uint64_t key = 0;
+        int32_t row = 0; // 0: empty
+    };
+
+    size_t slotOf(int row, uint64_t key) const {
+        const uint64_t h = (key ^ (uint64_t(row) * 0x9E3779B97F4A7C15ULL)) * 0xFF51AFD7ED558CCDULL;
+        return size_t(h >> 32) & mask_;
+    }
+
+    void grow() {
+        std::vector<Slot> old(slots_.size() * 2);
+        old.swap(slots_);
+        mask_ = slots_.size() - 1;
+        for (const Slot& s : old) {
+            if (s.row == 0) continue;
+            size_t i = slotOf(s.row, s.key);
+            while (slots_[i].row != 0)
+                i = (i + 1) & mask_;
+            slots_[i] = s;
+        }
+    }
+
+    std::vector<Slot> slots_;
+    size_t mask_;
+    size_t count_ = 0;
+};
+
+// Builds CharTable word by word. Where each character stands is one index by its code unit;
+// whether it has a reading is one comparison with its first reading, which is the usual one, and
+// else one probe of KnownReadings, so no row is ever searched for. The Chinese text is walked as
+// it stands, its stripped marks passed over, so no stripped copy is made.
+class CharTableBuilder {
+public:
+    explicit CharTableBuilder(AppState& app)
+        : app_(app),
+          rowOf_(static_cast<int16_t*>(std::calloc(0x10000, sizeof(int16_t))), &std::free),
+          firstKey_(1, 0) {
+        if (!rowOf_) throw std::bad_alloc();
+        // Room for the most rows the table may have: only the rows used are ever touched, and the
+        // table never moves while it grows.
+        app_.CharTable.Reserve(kMaxRows);
+        firstKey_.reserve(kMaxRows + 1);
+    }
+
+    void AddWord(QStringView chinese, QStringView pinyin) {
+        cutAndPack(pinyin, syllables_);
+        const auto kept = [](QChar c) { return !IsStrippedPunctuation(c.unicode()); };
+        if (std::count_if(chinese.begin(), chinese.end(), kept) !=
+            static_cast<qsizetype>(syllables_.size()))
+            return;
+        size_t i = 0;
+        for (const QChar c : chinese)
+            if (kept(c)) {
+                const PackedSyllable& p = syllables_[i++];
+                place(c.unicode(), p.syllable, p.key);
+            }
+    }
+
+private:
+    void place(char16_t c, const WordSyllable& s, uint64_t key) {
+        const int row = rowOf_[c];
+        if (row == 0) {
+            if (app_.CharTable.Count() >= kMaxRows) return;
+            CharEntry entry;
+            entry.Character = character(c);
+            entry.ReadingCount = 1;
+            entry.Readings.Append(readings_.Make(s, key));
+            app_.CharTable.Append(std::move(entry));
+            app_.CharCount = static_cast<int16_t>(app_.CharTable.Count());
+            rowOf_[c] = app_.CharCount;
+            firstKey_.push_back(key);
+            return;
+        }
+        if (key && key == firstKey_[size_t(row)]) return;
+        CharEntry& entry = app_.CharTable[row];
+        // A reading that does not pack is told by its letters; it can only equal another such.
+        const bool known =
+            key ? !known_.Add(row, key)
+                : std::any_of(entry.Readings.begin(), entry.Readings.end(),
+                              [&](const CharReading& r) { return sameReading(r, s); });
+        if (known || entry.ReadingCount >= kMaxRows) return;
+        entry.Readings.Append(readings_.Make(s, key));
+        ++entry.ReadingCount;
+    }
+
+    // The character as a string of its own, cut from a shared block rather than allocated.
+    QString character(char16_t c) {
+        if (charactersUsed_ + 2 > characters_.Capacity()) {
+            characters_ = SharedText(2 * kCharactersPerBlock);
+            charactersUsed_ = 0;
+        }
+        characters_.Data()[charactersUsed_] = c;
+        const QString out = characters_.Cut(charactersUsed_, 1);
+        charactersUsed_ += 2;
+        return out;
+    }
+
+    static constexpr qsizetype kCharactersPerBlock = 2048;
+
+    AppState& app_;
+    // By code unit: the row of the character, 0 when not met yet. Zeroed by the allocator, so
+    // that only the pages of the code units met are touched.
+    std::unique_ptr<int16_t[], decltype(&std::free)> rowOf_;
+    std::vector<uint64_t> firstKey_; // by row: the packed first reading, 0 when it does not pack
+    std::vector<PackedSyllable> syllables_; // of the word at hand, kept from word to word
+    KnownReadings known_;
+    ReadingMaker readings_;
+    SharedText characters_;
+    qsizetype charactersUsed_ = 0;
+};
 
 } // namespace
 
@@ -312,7 +442,7 @@ void LoadTitles(Runtime& rt, LoadProgress& progress) {
     // The list has room for the course's lessons; lines beyond them are not titles.
     const int titles = std::min(lines.LineCount(), kLessonCount);
     for (int i = 1; i <= titles; ++i)
-        app.TitleList[i] = textOf(lines.Line(i));
+        app.TitleList[i] = lines.LineText(i);
 }
 
 void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
@@ -322,20 +452,26 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.WordTable.Erase();
     app.WordPinyin.Erase();
     app.WordOrigin.Erase();
+    app.SentenceTable.Erase();
+    app.SentenceLesson.Erase();
+    // Room for the most rows a table may have, so that no table moves while it fills: only the
+    // rows used are ever touched.
+    app.WordTable.Reserve(kMaxRows);
+    app.WordPinyin.Reserve(kMaxRows);
+    app.WordOrigin.Reserve(kMaxRows);
+    app.SentenceTable.Reserve(kMaxRows);
+    app.SentenceLesson.Reserve(kMaxRows);
+
     PresentFiles present(root);
-    const ReadFiles lessonWords = readAll(
+    readEach(
         rt, present, kLessonCount, [&](int n) { return LessonWordsFile(root, n); },
-        QStringLiteral("RW"), progress, VocabularyBar);
-    const ReadFiles vocabulary = readAll(
-        rt, present, kVocabularyFileCount, [&](int n) { return VocabularyFile(root, n); },
-        QStringLiteral("VO"), progress, VocabularyBar);
-    const int words = std::min(triplesIn(lessonWords) + triplesIn(vocabulary), int{kMaxRows});
-    app.WordTable.Reserve(words);
-    app.WordPinyin.Reserve(words);
-    app.WordOrigin.Reserve(words);
-    takeWords(app, lessonWords, 1);
+        QStringLiteral("RW"), progress, VocabularyBar,
+        [&](int n, ScriptBuffer& lines) { takeWords(app, lines, 1, n); });
     app.LessonWordCount = static_cast<int16_t>(app.WordTable.Count());
-    takeWords(app, vocabulary, 2);
+    readEach(
+        rt, present, kVocabularyFileCount, [&](int n) { return VocabularyFile(root, n); },
+        QStringLiteral("VO"), progress, VocabularyBar,
+        [&](int n, ScriptBuffer& lines) { takeWords(app, lines, 2, n); });
 
     // A course without its vocabulary files still shows a full bar.
     if (progress.Value[VocabularyBar] == kVocabularyBarShortfall)
@@ -345,27 +481,18 @@ void LoadWordsAndSentences(Runtime& rt, LoadProgress& progress) {
     app.WordCountCopy = app.WordCount;
     if (app.WordCount > 0) progress.SetMax(CharacterBar, app.WordCount);
 
-    app.SentenceTable.Erase();
-    app.SentenceLesson.Erase();
-    const ReadFiles texts = readAll(
+    readEach(
         rt, present, kLessonCount, [&](int n) { return LessonTextFile(root, n); },
-        QStringLiteral("RT"), progress, SentenceBar);
-    int sentences = 0;
-    for (const ScriptBuffer& b : texts.buffers)
-        sentences += b.LineCount();
-    app.SentenceTable.Reserve(std::min(sentences, int{kMaxRows}));
-    app.SentenceLesson.Reserve(std::min(sentences, int{kMaxRows}));
-    for (size_t f = 0; f < texts.buffers.size(); ++f) {
-        const ScriptBuffer& lines = texts.buffers[f];
-        const int n = texts.numbers[f];
-        // The first line (and for a TV play also the second) heads the text.
-        const int first = (IsPlayLesson(n) ? 2 : 1) + 1;
-        for (int i = first; i <= lines.LineCount(); ++i) {
-            if (app.SentenceTable.Count() >= kMaxRows) break;
-            app.SentenceTable.Append(textOf(TrimView(lines.Line(i))));
-            app.SentenceLesson.Append(static_cast<int16_t>(n));
-        }
-    }
+        QStringLiteral("RT"), progress, SentenceBar,
+        [&](int n, ScriptBuffer& lines) {
+            // The first line (and for a TV play also the second) heads the text.
+            const int first = (IsPlayLesson(n) ? 2 : 1) + 1;
+            for (int i = first; i <= lines.LineCount(); ++i) {
+                if (app.SentenceTable.Count() >= kMaxRows) break;
+                app.SentenceTable.Append(lines.TrimmedLine(i));
+                app.SentenceLesson.Append(static_cast<int16_t>(n));
+            }
+        });
     app.SentenceCount = static_cast<int16_t>(app.SentenceTable.Count());
     app.SentenceCountCopy = app.SentenceCount;
 }
@@ -374,11 +501,9 @@ void BuildCharTable(Runtime& rt, LoadProgress& progress) {
     AppState& app = rt.app;
     app.CharTable.Erase();
     app.CharCount = 0;
-    std::vector<int16_t> rowOf(0x10000, 0);
-    std::vector<WordSyllable> syllables; // reused from word to word
-    ReadingMaker readings;
+    CharTableBuilder table(app);
     for (int w = 1; w <= app.WordCount; ++w) {
-        addWord(app, app.WordTable[w].Chinese, app.WordPinyin[w], syllables, rowOf, readings);
+        table.AddWord(app.WordTable[w].Chinese, app.WordPinyin[w]);
         progress.Step(CharacterBar);
     }
 }

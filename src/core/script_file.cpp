@@ -43,14 +43,16 @@ void showCorrupted(Runtime& rt, const QString& path) {
 
 } // namespace
 
-void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
-                      Random& random, ScriptBuffer& out) {
-    out.Clear();
-    const qsizetype records = bytes.size() / kRecordSize;
-    if (records < 1) return;
-    const auto* p = reinterpret_cast<const uint8_t*>(bytes.data());
-    const uint8_t* const first = p;
-    const uint8_t* const end = p + records * kRecordSize;
+namespace {
+
+// The records of a script file decoded into out, as DecodeScriptInto tells. codeOf turns a
+// record's Flag and sum into its code; it is chosen once per file, so the loop over the records
+// has nothing to decide but what the code does.
+template <class CodeOf>
+void decodeRecords(const uint8_t* const first, const qsizetype records, const int lastLine,
+                   Random& random, ScriptBuffer& out, CodeOf codeOf) {
+    const uint8_t* p = first;
+    const uint8_t* const end = first + records * kRecordSize;
     const auto corrupted = [&](qsizetype bad) {
         out.Clear();
         out.corrupted = true;
@@ -70,36 +72,44 @@ void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int1
         return true;
     };
 
-    const int lastLine = stopLine >= 1 ? int{stopLine} : kMostLines;
-    // Every record gives at most one code unit, except the zero code's run of blanks, which
-    // makes room for itself. w is the write position; text always has room for the records left.
-    // Left uninitialised: every unit read back has been written.
-    const auto room = [&out](qsizetype needed, qsizetype keep) {
-        if (out.text && out.textCapacity >= needed) return;
-        std::unique_ptr<char16_t[]> grown(new char16_t[size_t(needed)]);
-        if (keep > 0) std::copy_n(out.text.get(), keep, grown.get());
-        out.text = std::move(grown);
-        out.textCapacity = needed;
-    };
-    room(records, 0);
-    char16_t* buf = out.text.get();
+    // Room: before each record, w + the records left + 2 fit in the text, since a record gives
+    // at most one unit. A line end (three units) and a run of blanks make room for themselves;
+    // the last line's closing blank and free unit take the 2. Line ends are about one record in
+    // ten, so a quarter more than the records is mostly enough from the start.
+    qsizetype capacity = records + records / 4 + 8;
+    if (out.text.HasCuts() || out.text.Capacity() < capacity) out.text = SharedText(capacity);
+    capacity = out.text.Capacity();
+    char16_t* buf = out.text.Data();
     qsizetype w = 0;
-    int16_t code = 0; // kept across records: a family without a table repeats it
+    const auto grow = [&](qsizetype needed) {
+        SharedText bigger(std::max(needed, capacity + capacity / 2));
+        std::copy_n(buf, w, bigger.Data());
+        out.text = std::move(bigger);
+        capacity = out.text.Capacity();
+        buf = out.text.Data();
+    };
+
+    buf[w++] = u' '; // the blank before the first line
     for (; p != end; p += kRecordSize) {
-        const int sum = int{field(p + 2)} + int{field(p + 4)};
-        if (static_cast<unsigned>(sum + 32768) > 0xFFFFu) {
+        int16_t sum;
+        if (__builtin_add_overflow(field(p + 2), field(p + 4), &sum)) {
             corrupted((p - first) / kRecordSize + 1);
             return;
         }
-        if (field(p) >= 0)
-            code = static_cast<int16_t>(sum);
-        else if (table)
-            code = table->Decode(static_cast<int16_t>(sum));
-
-        if (code > kCarriageReturn || code < 0) {
-            buf[w++] = static_cast<char16_t>(static_cast<uint16_t>(code));
-        } else if (code == kLineFeed) {
+        const auto code = static_cast<uint16_t>(codeOf(field(p), sum));
+        if (code > kCarriageReturn) [[likely]] {
+            buf[w++] = code;
+            continue;
+        }
+        const qsizetype left = (end - p) / kRecordSize - 1; // records after this one
+        if (code == kLineFeed) {
+            if (w + ScriptBuffer::kLineGap + left + 2 > capacity)
+                grow(w + ScriptBuffer::kLineGap + left + 2);
+            buf[w] = u' ';
+            buf[w + 1] = u'\0';
+            buf[w + 2] = u' ';
             out.lineEnds.push_back(w);
+            w += ScriptBuffer::kLineGap;
             if (out.LineCount() >= lastLine) {
                 p += kRecordSize;
                 if (!checkRest()) return;
@@ -109,20 +119,46 @@ void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int1
             if (!checkRest()) return;
             random.Randomize();
             const auto blanks = static_cast<qsizetype>(Int(random.Rnd() * 100));
-            const qsizetype left = (end - p) / kRecordSize - 1;
-            room(w + blanks + left, w);
-            buf = out.text.get();
+            if (w + blanks + left + 2 > capacity) grow(w + blanks + left + 2);
             std::fill_n(buf + w, blanks, u' ');
             w += blanks;
         } else if (code != kCarriageReturn) {
-            buf[w++] = static_cast<char16_t>(code);
+            buf[w++] = code;
         }
     }
     // A last line without a line feed is kept; a closing line feed adds no empty line. After a
     // stop the last line has just ended.
-    const qsizetype lastEnd = out.lineEnds.empty() ? 0 : out.lineEnds.back();
-    if (w > lastEnd) out.lineEnds.push_back(w);
-    out.textSize = w;
+    const qsizetype lastBegin =
+        out.lineEnds.empty() ? 1 : out.lineEnds.back() + ScriptBuffer::kLineGap;
+    if (w > lastBegin) {
+        buf[w] = u' ';
+        out.lineEnds.push_back(w);
+    }
+}
+
+} // namespace
+
+void DecodeScriptInto(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
+                      Random& random, ScriptBuffer& out) {
+    out.Clear();
+    const qsizetype records = bytes.size() / kRecordSize;
+    if (records < 1) return;
+    const auto* first = reinterpret_cast<const uint8_t*>(bytes.data());
+    const int lastLine = stopLine >= 1 ? int{stopLine} : kMostLines;
+    if (table) {
+        const int16_t* const codes = table->Codes();
+        decodeRecords(first, records, lastLine, random, out, [codes](int16_t flag, int16_t sum) {
+            const int16_t fromTable = codes[static_cast<uint16_t>(sum)];
+            return flag >= 0 ? sum : fromTable;
+        });
+    } else {
+        // A family without a table: each enciphered record repeats the code before it.
+        int16_t last = 0;
+        decodeRecords(first, records, lastLine, random, out, [&last](int16_t flag, int16_t sum) {
+            if (flag >= 0) last = sum;
+            return last;
+        });
+    }
 }
 
 ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, int16_t stopLine,
@@ -134,7 +170,7 @@ ScriptText DecodeScript(QByteArrayView bytes, const SubstitutionTable* table, in
     out.badRecord = buffer.badRecord;
     out.lines.Reserve(buffer.LineCount());
     for (int i = 1; i <= buffer.LineCount(); ++i)
-        out.lines.Append(buffer.Line(i).toString());
+        out.lines.Append(buffer.LineText(i));
     return out;
 }
 
@@ -161,14 +197,13 @@ Array1<QString> ReadScriptLines(Runtime& rt, const QString& path, const QString&
 ScriptRead ReadScriptInto(Runtime& rt, const QString& path, const SubstitutionTable* table,
                           int16_t stopLine, ScriptBuffer& out) {
     out.Clear();
-    const std::optional<QByteArray> bytes = rt.files.ReadAll(path);
-    if (!bytes) {
+    if (!rt.files.ReadAllInto(path, out.bytes)) {
         // Only now is it worth asking whether the file is there at all.
         if (!rt.files.Exists(path)) return ScriptRead::Missing;
         showCorrupted(rt, path);
         return ScriptRead::Unreadable;
     }
-    DecodeScriptInto(*bytes, table, stopLine, rt.random, out);
+    DecodeScriptInto(out.bytes, table, stopLine, rt.random, out);
     if (out.corrupted) {
         showCorrupted(rt, path);
         return ScriptRead::Unreadable;

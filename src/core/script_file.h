@@ -15,6 +15,7 @@
 // read there replaces the first one's lines. A reader of many files (the start-up load) decodes
 // into a ScriptBuffer it keeps, and makes strings only of the lines it keeps.
 
+#include "core/shared_text.h"
 #include "platform/helpers.h"
 
 #include <QByteArray>
@@ -23,7 +24,6 @@
 #include <QStringList>
 #include <QStringView>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace vt {
@@ -41,27 +41,43 @@ struct ScriptText {
 };
 
 // The text of one script file decoded in a single run of code units, with its lines as spans of
-// it. Decoding again into the same buffer reuses its memory.
+// it. Each line stands between two blanks that are not part of it, with one more unit free
+// behind it, so that a line trimmed, padded with a blank on each side, or as it stands, can be
+// cut from the text as a string of its own without a copy (see core/shared_text.h). Decoding
+// again into the same buffer reuses its memory, unless strings were cut from it.
 struct ScriptBuffer {
     bool corrupted = false;
-    qsizetype badRecord = 0;          // as in ScriptText
-    std::unique_ptr<char16_t[]> text; // the code units, textSize of them in use
-    qsizetype textSize = 0;
-    qsizetype textCapacity = 0;
-    std::vector<qsizetype> lineEnds; // end of line i (from 1) in text; line i starts at end i-1
+    qsizetype badRecord = 0; // as in ScriptText
+    SharedText text;
+    std::vector<qsizetype> lineEnds; // end of line i (from 1) in text
+    QByteArray bytes;                // the file as ReadScriptInto read it last
 
     int LineCount() const { return static_cast<int>(lineEnds.size()); }
-    // Line i, from 1 to LineCount().
+    // Line i, from 1 to LineCount(): it starts three units after the end of line i - 1.
     QStringView Line(int i) const {
-        const qsizetype begin = i > 1 ? lineEnds[size_t(i - 2)] : 0;
-        return QStringView(text.get() + begin, lineEnds[size_t(i - 1)] - begin);
+        const qsizetype begin = i > 1 ? lineEnds[size_t(i - 2)] + kLineGap : 1;
+        return QStringView(text.Data() + begin, lineEnds[size_t(i - 1)] - begin);
+    }
+    // Line i as a string sharing the text: as it stands, trimmed of blanks, or trimmed with one
+    // blank put in front and one behind. Each line is cut at most once.
+    QString LineText(int i) { return cut(Line(i)); }
+    QString TrimmedLine(int i) { return cut(TrimView(Line(i))); }
+    QString PaddedLine(int i) {
+        const QStringView core = TrimView(Line(i));
+        // The units on both sides of a trimmed line are blanks: its own, or the ones around it.
+        return cut(QStringView(core.utf16() - 1, core.size() + 2));
     }
     void Clear() {
         corrupted = false;
         badRecord = 0;
-        textSize = 0;
         lineEnds.clear();
     }
+
+    // Units from the end of one line to the start of the next: a blank, a free unit, a blank.
+    static constexpr qsizetype kLineGap = 3;
+
+private:
+    QString cut(QStringView v) { return text.Cut(v.utf16() - text.Data(), v.size()); }
 };
 
 // Decodes as DecodeScript does, into out (emptied first).
@@ -91,8 +107,9 @@ enum class ScriptRead {
     Read,       // its lines stand in the buffer
 };
 
-// Reads the script file at path into out with one open of the file: a missing file is passed
-// over without a word, an unreadable or corrupted one is reported as ReadScriptLines does.
+// Reads the script file at path into out with one open of the file, reusing the memory of its
+// bytes: a missing file is passed over without a word, an unreadable or corrupted one is reported
+// as ReadScriptLines does.
 ScriptRead ReadScriptInto(Runtime& rt, const QString& path, const SubstitutionTable* table,
                           int16_t stopLine, ScriptBuffer& out);
 

@@ -1,44 +1,30 @@
 #include "core/substitution_tables.h"
 
+#include "core/seeded_table.h"
 #include "platform/files.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
 namespace vt {
 
+// The built-in tables, written by the build (tools/tablegen) in the order of kBuiltInTableSeeds.
+extern const int16_t kBuiltInTableCodes[4][SubstitutionTable::kKeyCount];
+
 namespace {
-
-// splitmix64: a small generator whose output is fixed by its definition, so a seed gives the
-// same table with every compiler and standard library (the standard distributions do not).
-class SplitMix64 {
-public:
-    explicit SplitMix64(uint64_t seed) : state_(seed) {}
-    uint64_t Next() {
-        uint64_t z = (state_ += 0x9E3779B97F4A7C15ULL);
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
-        return z ^ (z >> 31);
-    }
-    // A value in 0..bound-1 (bound at most 2^32), from the high 32 bits of the next value.
-    uint32_t Below(uint32_t bound) { return static_cast<uint32_t>(((Next() >> 32) * bound) >> 32); }
-
-private:
-    uint64_t state_;
-};
 
 struct TableSlot {
     const char16_t* name;
-    uint64_t seed;
-    std::unique_ptr<SubstitutionTable> table; // built at first use, or loaded
+    std::unique_ptr<SubstitutionTable> table; // the built-in one at first use, or loaded
 };
 
 std::array<TableSlot, 4>& slots() {
     static std::array<TableSlot, 4> s{{
-        {u"JIeMiText", 0x5D1A7E3C0B9F2468ULL, nullptr},
-        {u"JIeMiNewWords", 0x0F3E2D1C4B5A6978ULL, nullptr},
-        {u"JIeMiSpoken", 0x7A6B5C4D3E2F1029ULL, nullptr},
-        {u"JIeMiVocabulary", 0x13579BDF2468ACE0ULL, nullptr},
+        {kBuiltInTableSeeds[0].name, nullptr},
+        {kBuiltInTableSeeds[1].name, nullptr},
+        {kBuiltInTableSeeds[2].name, nullptr},
+        {kBuiltInTableSeeds[3].name, nullptr},
     }};
     return s;
 }
@@ -53,10 +39,8 @@ int slotOfFamily(const QString& family) {
 
 } // namespace
 
-SubstitutionTable::SubstitutionTable() : decode_(kKeyCount, 0), encode_(kKeyCount, kNoKey) {}
-
-void SubstitutionTable::buildEncoding() {
-    std::fill(encode_.begin(), encode_.end(), kNoKey);
+void SubstitutionTable::buildEncoding() const {
+    encode_.assign(kKeyCount, kNoKey);
     // Lowest key first: walk the keys from -32768 upward and keep the first key of each code.
     for (int key = -32768; key <= 32767; ++key) {
         const auto k = static_cast<int16_t>(key);
@@ -65,22 +49,12 @@ void SubstitutionTable::buildEncoding() {
     }
 }
 
-SubstitutionTable SubstitutionTable::Seeded(uint64_t seed) {
-    // Shuffle the whole key space (Fisher-Yates); the code units 1..65535 take the first 65535
-    // keys in turn, and the last key is left out of the table.
-    std::vector<uint16_t> keys(kKeyCount);
-    for (int i = 0; i < kKeyCount; ++i)
-        keys[static_cast<size_t>(i)] = static_cast<uint16_t>(i);
-    SplitMix64 rng(seed);
-    for (uint32_t i = kKeyCount - 1; i > 0; --i)
-        std::swap(keys[i], keys[rng.Below(i + 1)]);
+SubstitutionTable SubstitutionTable::BuiltIn(int index) {
+    return SubstitutionTable(kBuiltInTableCodes[index]);
+}
 
-    SubstitutionTable t;
-    for (int code = 1; code < kKeyCount; ++code)
-        t.decode_[keys[static_cast<size_t>(code - 1)]] =
-            static_cast<int16_t>(static_cast<uint16_t>(code));
-    t.buildEncoding();
-    return t;
+bool SubstitutionTable::operator==(const SubstitutionTable& other) const {
+    return std::equal(decode_, decode_ + kKeyCount, other.decode_);
 }
 
 std::optional<SubstitutionTable> SubstitutionTable::FromBytes(QByteArrayView bytes,
@@ -91,16 +65,15 @@ std::optional<SubstitutionTable> SubstitutionTable::FromBytes(QByteArrayView byt
                 QStringLiteral("a table has %1 bytes, not %2").arg(bytes.size()).arg(kFileSize);
         return std::nullopt;
     }
-    SubstitutionTable t;
+    auto codes = std::make_shared<std::vector<int16_t>>(kKeyCount);
     const auto* p = reinterpret_cast<const uint8_t*>(bytes.data());
     for (int i = 0; i < kKeyCount; ++i) {
         // File order is by key from -32768, i.e. by unsigned index shifted by half the range.
         const auto key = static_cast<int16_t>(i - 32768);
         const auto code = static_cast<uint16_t>(p[2 * i] | (p[2 * i + 1] << 8));
-        t.decode_[index(key)] = static_cast<int16_t>(code);
+        (*codes)[index(key)] = static_cast<int16_t>(code);
     }
-    t.buildEncoding();
-    return t;
+    return SubstitutionTable(std::move(codes));
 }
 
 QByteArray SubstitutionTable::ToBytes() const {
@@ -115,7 +88,7 @@ const SubstitutionTable* TableForFamily(const QString& family) {
     if (i < 0) return nullptr;
     TableSlot& slot = slots()[static_cast<size_t>(i)];
     if (!slot.table)
-        slot.table = std::make_unique<SubstitutionTable>(SubstitutionTable::Seeded(slot.seed));
+        slot.table = std::make_unique<SubstitutionTable>(SubstitutionTable::BuiltIn(i));
     return slot.table.get();
 }
 

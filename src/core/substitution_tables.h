@@ -7,10 +7,10 @@
 // A table is a pure function from a signed 16-bit key to a signed 16-bit code; a key that is
 // not in the table gives 0. Lookups are one array index each and never allocate.
 //
-// Our own tables are generated from a fixed seed the first time they are asked for: a seeded
-// permutation of the key space gives every code from 1 to 65535 (as unsigned code units) exactly
-// one key, and the one key left over gives 0. A deployment with other tables swaps the data, not
-// the code: LoadSubstitutionTables replaces any table for which a table file is present.
+// Our own tables are seeded permutations of the key space (core/seeded_table.h), written into the
+// program by the build: every code from 1 to 65535 (as unsigned code units) has exactly one key,
+// and the one key left over gives 0. A deployment with other tables swaps the data, not the code:
+// LoadSubstitutionTables replaces any table for which a table file is present.
 //
 // Table file format (<name>.tbl, e.g. "JIeMiText.tbl"): exactly 131072 bytes, 65536 signed 16-bit
 // little-endian codes, the code of key -32768 first and of key 32767 last. A key whose code is
@@ -23,6 +23,7 @@
 #include <QString>
 #include <QStringList>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -37,16 +38,21 @@ public:
 
     // The code of a key; 0 for a key that is not in the table.
     int16_t Decode(int16_t key) const { return decode_[index(key)]; }
+    // All codes, kKeyCount of them by key as unsigned 16-bit, for a reader of many keys.
+    const int16_t* Codes() const { return decode_; }
 
-    // A key that decodes to code: the lowest such key. Nothing when no key gives the code.
+    // A key that decodes to code: the lowest such key. Nothing when no key gives the code. The
+    // reverse table is made at the first call: reading files never needs it, only writing them.
     std::optional<int16_t> Encode(int16_t code) const {
+        if (encode_.empty()) buildEncoding();
         const int32_t key = encode_[index(code)];
         if (key == kNoKey) return std::nullopt;
         return static_cast<int16_t>(key);
     }
 
-    // The built-in table of a seed: the same seed gives the same table on every machine.
-    static SubstitutionTable Seeded(uint64_t seed);
+    // The built-in table number index, 0 to 3 in the order of SubstitutionTableNames. It reads
+    // the program's own data in place; nothing is copied.
+    static SubstitutionTable BuiltIn(int index);
 
     // A table from the bytes of a table file. Nothing, with a reason in *error, when the bytes
     // are not a table.
@@ -55,16 +61,22 @@ public:
     // The table file of this table.
     QByteArray ToBytes() const;
 
-    bool operator==(const SubstitutionTable& other) const { return decode_ == other.decode_; }
+    bool operator==(const SubstitutionTable& other) const;
 
 private:
     static constexpr int32_t kNoKey = INT32_MIN;
-    SubstitutionTable();
+    explicit SubstitutionTable(const int16_t* codes) : decode_(codes) {}
+    explicit SubstitutionTable(std::shared_ptr<const std::vector<int16_t>> codes)
+        : decode_(codes->data()), owned_(std::move(codes)) {}
     static size_t index(int16_t v) { return static_cast<uint16_t>(v); }
-    void buildEncoding();
+    void buildEncoding() const;
 
-    std::vector<int16_t> decode_; // by key as unsigned 16-bit
-    std::vector<int32_t> encode_; // by code as unsigned 16-bit; kNoKey when no key gives it
+    const int16_t* decode_; // kKeyCount codes by key as unsigned 16-bit
+    // The codes of a table read from a file (decode_ points into them); none for a built-in
+    // table. Never changed, so copies of a table share them.
+    std::shared_ptr<const std::vector<int16_t>> owned_;
+    mutable std::vector<int32_t> encode_; // by code as unsigned 16-bit; kNoKey when no key
+                                          // gives it; empty until the first Encode
 };
 
 // The table of a family; nothing for a family other than "RT", "RQ", "RW", "SP" and "VO"

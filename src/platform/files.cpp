@@ -55,22 +55,25 @@ void syncFolder(const QByteArray& folder) {
 
 } // namespace
 
-std::optional<QByteArray> ReadRegularFile(const QString& diskPath, qint64 maxBytes) {
+bool ReadRegularFileInto(const QString& diskPath, QByteArray& bytes, qint64 maxBytes) {
+    bytes.resize(0);
     const QByteArray name = QFile::encodeName(diskPath);
     struct stat st {};
-    if (::stat(name.constData(), &st) != 0 || !S_ISREG(st.st_mode)) return std::nullopt;
+    if (::stat(name.constData(), &st) != 0 || !S_ISREG(st.st_mode)) return false;
     // Without O_NONBLOCK a FIFO put in place after the test above would hold the open until a
     // writer came; with it the open returns and the second test turns the FIFO away.
     const int fd = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) return std::nullopt;
+    if (fd < 0) return false;
     if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
         ::close(fd);
-        return std::nullopt;
+        return false;
     }
     const qint64 limit = maxBytes < 0 ? std::numeric_limits<qsizetype>::max() : maxBytes;
     // Read straight into the result, sized as the file stands; a file that grew meanwhile is
     // read on up to the limit.
-    QByteArray bytes(qsizetype(std::min<qint64>(st.st_size, limit)), Qt::Uninitialized);
+    const auto size = qsizetype(std::min<qint64>(st.st_size, limit));
+    if (bytes.capacity() < size) bytes.reserve(size);
+    bytes.resize(size);
     qsizetype have = 0;
     bool failed = false;
     char more[4096];
@@ -87,8 +90,13 @@ std::optional<QByteArray> ReadRegularFile(const QString& diskPath, qint64 maxByt
         have += qsizetype(n);
     }
     ::close(fd);
-    if (failed) return std::nullopt;
-    bytes.resize(have);
+    bytes.resize(failed ? 0 : have);
+    return !failed;
+}
+
+std::optional<QByteArray> ReadRegularFile(const QString& diskPath, qint64 maxBytes) {
+    QByteArray bytes;
+    if (!ReadRegularFileInto(diskPath, bytes, maxBytes)) return std::nullopt;
     return bytes;
 }
 
@@ -135,6 +143,10 @@ bool FileStore::Exists(const QString& path) const {
 
 std::optional<QByteArray> FileStore::ReadAll(const QString& path) const {
     return ReadRegularFile(Resolve(path));
+}
+
+bool FileStore::ReadAllInto(const QString& path, QByteArray& bytes) const {
+    return ReadRegularFileInto(Resolve(path), bytes);
 }
 
 bool FileStore::WriteAll(const QString& path, const QByteArray& bytes) {

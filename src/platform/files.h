@@ -32,6 +32,9 @@ public:
 
     // The whole file, or nothing when it cannot be opened.
     std::optional<QByteArray> ReadAll(const QString& path) const;
+    // The same into bytes, whose memory is reused: a reader of many files allocates once. False,
+    // with bytes empty, when it cannot be opened.
+    bool ReadAllInto(const QString& path, QByteArray& bytes) const;
 
     // Replaces the whole file atomically. False when it could not be written (full disk, size
     // limit, write-protected folder); the old file, if any, is then untouched and no temporary
@@ -57,6 +60,8 @@ public:
 // Resolve gives it. Nothing when the path is missing, is not a regular file or cannot be read;
 // a FIFO never blocks the call.
 std::optional<QByteArray> ReadRegularFile(const QString& diskPath, qint64 maxBytes = -1);
+// The same into bytes, reusing its memory; false, with bytes empty, when there is nothing.
+bool ReadRegularFileInto(const QString& diskPath, QByteArray& bytes, qint64 maxBytes = -1);
 
 // Little-endian 16-bit fields of fixed records.
 int16_t ReadInt16LE(const QByteArray& bytes, int offset);

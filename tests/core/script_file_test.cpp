@@ -322,6 +322,81 @@ TEST(ScriptBuffer, OneBufferReadsEveryFileAsItReadsAlone) {
     }
 }
 
+// Lines cut from the decoded text share its memory; each must still read as a string of its own:
+// trimmed or padded as asked, terminated, untouched by what is decoded or changed after it.
+TEST(ScriptBuffer, CutLinesAreStringsOfTheirOwn) {
+    struct Row {
+        const char* line;
+        const char* trimmed;
+        const char* padded;
+    } rows[] = {
+        {"  book  ", "book", " book "},
+        {"book", "book", " book "},
+        {"", "", "  "},
+        {"   ", "", "  "},
+        {" a b", "a b", " a b "},
+    };
+    QString text;
+    for (const Row& r : rows)
+        text += QString::fromLatin1(r.line) + u'\n';
+    text += QStringLiteral("last"); // no line feed at the end
+    SeededRandom random(1);
+    QStringList trimmed, padded, asTheyStand;
+    {
+        // Every line is cut once in each of three buffers; the buffers go before the strings.
+        ScriptBuffer a, b, c;
+        for (ScriptBuffer* buffer : {&a, &b, &c})
+            DecodeScriptInto(plain(text), nullptr, 0, random, *buffer);
+        ASSERT_EQ(a.LineCount(), int(std::size(rows)) + 1);
+        for (int i = 1; i <= a.LineCount(); ++i) {
+            trimmed << a.TrimmedLine(i);
+            padded << b.PaddedLine(i);
+            asTheyStand << c.LineText(i);
+        }
+        // Decoding again into a buffer that strings were cut from leaves those strings alone.
+        DecodeScriptInto(plain(QStringLiteral("xxxxxxxxxxxxxxxxxxxxxxxxxxxxxx")), nullptr, 0,
+                         random, a);
+    }
+    for (size_t i = 0; i < std::size(rows); ++i) {
+        SCOPED_TRACE(rows[i].line);
+        EXPECT_EQ(trimmed[qsizetype(i)], QLatin1String(rows[i].trimmed));
+        EXPECT_EQ(padded[qsizetype(i)], QLatin1String(rows[i].padded));
+        EXPECT_EQ(asTheyStand[qsizetype(i)], QLatin1String(rows[i].line));
+        EXPECT_EQ(padded[qsizetype(i)].utf16()[padded[qsizetype(i)].size()], 0);
+    }
+    EXPECT_EQ(padded.last(), " last ");
+    EXPECT_EQ(trimmed.last().utf16()[4], 0);
+
+    // A change to one string is its own; the last string that holds the text changes in place.
+    QString first = trimmed[0];
+    first += QStringLiteral("case");
+    EXPECT_EQ(trimmed[0], "book");
+    EXPECT_EQ(first, "bookcase");
+    QString alone = asTheyStand[1];
+    trimmed.clear();
+    padded.clear();
+    asTheyStand.clear();
+    alone.append(QStringLiteral(" and shelf"));
+    EXPECT_EQ(alone, "book and shelf");
+}
+
+// The decoded text makes room for itself: a file of nothing but line feeds, or of runs of up to
+// 99 blanks, needs far more units than it has records.
+TEST(ScriptBuffer, RoomGrowsForLineEndsAndBlankRuns) {
+    SeededRandom random(1);
+    ScriptBuffer buffer;
+    DecodeScriptInto(plain(QString(500, u'\n')), nullptr, 0, random, buffer);
+    ASSERT_EQ(buffer.LineCount(), 500);
+    EXPECT_EQ(buffer.PaddedLine(500), "  ");
+
+    ScriptedRandom nearlyAll{0.999, 0.999, 0.999};
+    DecodeScriptInto(plain("a") + bytesOf({{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}) + plain("z\nq"),
+                     nullptr, 0, nearlyAll, buffer);
+    ASSERT_EQ(buffer.LineCount(), 2);
+    EXPECT_EQ(buffer.LineText(1), u'a' + QString(297, u' ') + u'z');
+    EXPECT_EQ(buffer.PaddedLine(2), " q ");
+}
+
 TEST(ReadScriptInto, TellsAMissingFileFromAnUnreadableOne) {
     test::TestEnv env;
     Runtime& rt = *env.rt;

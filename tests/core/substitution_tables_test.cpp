@@ -1,4 +1,5 @@
 #include "core/data_paths.h"
+#include "core/seeded_table.h"
 #include "core/substitution_tables.h"
 
 #include "core/script_file.h"
@@ -53,6 +54,15 @@ TEST_F(TablesTest, BuiltInTablesAreFixed) {
     for (const Enc& e : encs)
         EXPECT_EQ(table(e.family).Encode(static_cast<int16_t>(e.unit)), e.key)
             << e.family << " unit " << int{e.unit};
+
+    // The tables the build wrote into the program are the ones their seeds make.
+    const char* families[] = {"RT", "RW", "SP", "VO"};
+    for (int t = 0; t < 4; ++t) {
+        const std::vector<int16_t> codes = SeededTableCodes(kBuiltInTableSeeds[t].seed);
+        for (int k = 0; k < SubstitutionTable::kKeyCount; ++k)
+            ASSERT_EQ(table(families[t]).Decode(static_cast<int16_t>(k)), codes[size_t(k)])
+                << families[t] << " key " << k;
+    }
 }
 
 TEST_F(TablesTest, EachCodeHasOneKeyAndOneKeyIsLeftOut) {
