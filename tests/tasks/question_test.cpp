@@ -95,7 +95,9 @@ TEST_F(QuestionTest, ARoundWithoutARightAnswerStartsOverAndOneRightAnswerFinishe
 
     for (int q = 1; q <= 10; ++q) {
         answer({q == 6 ? 0 : 1}, q < 10);
-        if (q == 6) EXPECT_EQ(form->Label3[0]->Caption(), "1");
+        if (q == 6) {
+            EXPECT_EQ(form->Label3[0]->Caption(), "1");
+        }
     }
     EXPECT_EQ(env.rt->app.StudyLesson, 4);
     EXPECT_EQ(env.rt->app.StudyTask, 1);
